@@ -1,0 +1,10 @@
+#include "canbus59.h"
+
+namespace {
+constexpr auto kProfile = canbus::DriverProfile{canbus::FrameFamily::Start2E, canbus::WalkVariant::A};
+}
+
+Canbus59Obj::Canbus59Obj(QObject* parent)
+    : RecordDriver(59, kProfile, parent)
+{
+}

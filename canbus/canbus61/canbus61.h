@@ -1,0 +1,11 @@
+#pragma once
+// Great Wall "20 models of H4 (portrait)", box by RuiZiCheng.
+#include "../canbus60/canbus60.h"
+
+class Canbus61Obj : public Canbus60Obj
+{
+    Q_OBJECT
+public:
+    explicit Canbus61Obj(QObject* parent = nullptr);
+    bool inheritedById(int id) const override { return id == 60 || Canbus60Obj::inheritedById(id); }
+};

@@ -1,0 +1,10 @@
+#include "canbus71.h"
+
+namespace {
+constexpr auto kProfile = canbus::DriverProfile{canbus::FrameFamily::Start2E, canbus::WalkVariant::A};
+}
+
+Canbus71Obj::Canbus71Obj(QObject* parent)
+    : RecordDriver(71, kProfile, parent)
+{
+}

@@ -1,0 +1,35 @@
+#pragma once
+#include <QMetaType>
+#include <QtGlobal>
+
+// Doors, tailgate and bonnet: 1 open, 0 closed.
+class CardoorData
+{
+public:
+    CardoorData() = default;
+    CardoorData(const CardoorData&) = default;
+    CardoorData& operator=(const CardoorData&) = default;
+    ~CardoorData() = default;
+
+    bool isWarningState() const
+    {
+        return doorFrontLeft || doorFrontRight || doorRearLeft || doorRearRight || doorTrunk
+            || doorHood;
+    }
+    bool compare(const CardoorData& o) const
+    {
+        return doorFrontLeft == o.doorFrontLeft && doorFrontRight == o.doorFrontRight
+            && doorRearLeft == o.doorRearLeft && doorRearRight == o.doorRearRight
+            && doorTrunk == o.doorTrunk && doorHood == o.doorHood;
+    }
+    void clear() { *this = CardoorData(); }
+
+    quint8 doorFrontLeft = 0;
+    quint8 doorFrontRight = 0;
+    quint8 doorRearLeft = 0;
+    quint8 doorRearRight = 0;
+    quint8 doorTrunk = 0;
+    quint8 doorHood = 0;
+};
+
+Q_DECLARE_METATYPE(CardoorData)

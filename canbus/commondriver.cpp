@@ -1,0 +1,172 @@
+#include "commondriver.h"
+
+#include <QTimerEvent>
+
+using namespace canbus;
+
+CommonDriver::CommonDriver(int driverId, const DriverProfile& profile, QObject* parent)
+    : CanbusInterface(parent), m_profile(profile)
+{
+    id = driverId;
+}
+
+int CommonDriver::checkCanDataChecksum(const QByteArray& data, int& frameLength, QByteArray& reply)
+{
+    return checkFrame(m_profile.family, data, frameLength, reply);
+}
+
+int CommonDriver::setCanbusData(const QByteArray& data)
+{
+    const bool marksConnected = walkMarksConnected(m_profile.walk);
+    FrameWalker walk(m_profile.walk, data);
+    while (walk.next()) {
+        if (marksConnected)
+            setConnectedState(true);
+        checkProtocolData(data.mid(walk.frameStart(), walk.frameLength()));
+    }
+    return walk.consumed();
+}
+
+void CommonDriver::autoCalculateChecksum(QByteArray& frame) const
+{
+    writeChecksum(m_profile.family, frame);
+}
+
+void CommonDriver::createAckData(QByteArray& out, unsigned char value) const
+{
+    makeAck(m_profile.family, out, value);
+}
+
+void CommonDriver::createNackData(QByteArray& out, unsigned char value) const
+{
+    makeNack(m_profile.family, out, value);
+}
+
+void CommonDriver::setReady(bool value)
+{
+    ready = value;
+}
+
+void CommonDriver::setPowerOnState()
+{
+    powerOn = true;
+}
+
+void CommonDriver::setPowerOffState()
+{
+    powerOn = m_profile.powerOnWhileOff;
+}
+
+QByteArray CommonDriver::makeFrame(quint8 type, std::initializer_list<quint8> data) const
+{
+    return buildFrame(m_profile.family, type, data);
+}
+
+QByteArray CommonDriver::makeFrame(quint8 type, const QByteArray& data) const
+{
+    return buildFrame(m_profile.family, type, data);
+}
+
+void CommonDriver::sendFrame(quint8 type, std::initializer_list<quint8> data)
+{
+    emit sendDataToCan(makeFrame(type, data));
+}
+
+bool CommonDriver::needSendConnect(int& intervalMs, QByteArray& frame)
+{
+    switch (m_profile.connect) {
+    case ConnectForm::Base:
+        return CanbusInterface::needSendConnect(intervalMs, frame);
+    case ConnectForm::Never:
+        return false;
+    case ConnectForm::PollOnly:
+        if (connected)
+            return false;
+        intervalMs = kConnectIntervalMs;
+        return true;
+    case ConnectForm::RequestFirst: {
+        // The request goes out on every call, also once the box has answered.
+        const ConnectRequest& r = m_profile.request;
+        emitDataLater(makeFrame(0x90, QByteArray(reinterpret_cast<const char*>(r.bytes), r.size)),
+                      kRequestDelayMs);
+        Q_FALLTHROUGH();
+    }
+    case ConnectForm::Simple:
+        if (connected)
+            return false;
+        intervalMs = kConnectIntervalMs;
+        frame = makeFrame(m_profile.linkType, {0x01});
+        return true;
+    }
+    return false;
+}
+
+bool CommonDriver::needSendDisconnect(QByteArray& frame)
+{
+    switch (m_profile.disconnect) {
+    case DisconnectForm::Base:
+        return CanbusInterface::needSendDisconnect(frame);
+    case DisconnectForm::Never:
+        return false;
+    case DisconnectForm::Common:
+        if (!connected)
+            return false;
+        break;
+    case DisconnectForm::Always:
+        break;
+    }
+    frame = makeFrame(m_profile.linkType, {m_profile.disconnectValue});
+    return true;
+}
+
+void CommonDriver::RadarDisplay()
+{
+    if (!radarData)
+        return;
+    RadarData& r = *radarData;
+    const quint8 sensors[] = {r.radarFrontLeft, r.radarFrontLeftMid, r.radarFrontRightMid,
+                              r.radarFrontRight, r.radarRearLeft, r.radarRearLeftMid,
+                              r.radarRearRightMid, r.radarRearRight};
+    // The second front sensor tells the scale: below 11 it counts bars (0 for clear),
+    // otherwise it is a distance (large for clear, 255 for no reading). On the distance
+    // scale "not all above 10" and "any below 11" are the same test, so the drivers
+    // that word it either way share this.
+    const bool bars = r.radarFrontLeftMid < 11;
+    bool on = false;
+    for (quint8 s : sensors)
+        on = on || (bars ? s != 0 : s < 11);
+    r.radarOn = on ? 1 : 0;
+}
+
+void CommonDriver::btCallStatesChangeSlot(bool active)
+{
+    btCallActive = active;
+}
+
+void CommonDriver::CallSelectSlot()
+{
+    ++callSelectCount;
+}
+
+void CommonDriver::exitSelectSlot() {}
+
+void CommonDriver::setTcanBussend(int, int, int, int, int) {}
+
+void CommonDriver::startAirOffTimer(int ms)
+{
+    if (m_airOffTimerId == 0)
+        m_airOffTimerId = startTimer(ms);
+}
+
+void CommonDriver::timerEvent(QTimerEvent* event)
+{
+    if (m_airOffTimerId == 0 || event->timerId() != m_airOffTimerId) {
+        CanbusInterface::timerEvent(event);
+        return;
+    }
+    event->accept();
+    killTimer(m_airOffTimerId);
+    m_airOffTimerId = 0;
+    if (airData && !airData->airPower)
+        emit airConditionerDataChanged();
+}

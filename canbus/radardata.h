@@ -1,0 +1,43 @@
+#pragma once
+#include <QMetaType>
+#include <QtGlobal>
+
+// Parking radar bars: each sensor is the number of bars lit on a scale of 0 to
+// radarLevels; 0 means nothing detected.
+class RadarData
+{
+public:
+    RadarData() = default;
+    RadarData(const RadarData&) = default;
+    RadarData& operator=(const RadarData&) = default;
+    ~RadarData() = default;
+
+    bool isWarningState() const
+    {
+        const bool anySensor = radarFrontLeft || radarFrontLeftMid || radarFrontRightMid
+            || radarFrontRight || radarRearLeft || radarRearLeftMid || radarRearRightMid
+            || radarRearRight;
+        return anySensor && radarOn == 1;
+    }
+    // Takes the display down; the scale belongs to the vehicle and stays.
+    void clear()
+    {
+        const quint8 levels = radarLevels;
+        *this = RadarData();
+        radarOn = 0;
+        radarLevels = levels;
+    }
+
+    quint8 radarOn = 1;
+    quint8 radarLevels = 10;
+    quint8 radarFrontLeft = 0;
+    quint8 radarFrontLeftMid = 0;
+    quint8 radarFrontRightMid = 0;
+    quint8 radarFrontRight = 0;
+    quint8 radarRearLeft = 0;
+    quint8 radarRearLeftMid = 0;
+    quint8 radarRearRightMid = 0;
+    quint8 radarRearRight = 0;
+};
+
+Q_DECLARE_METATYPE(RadarData)
