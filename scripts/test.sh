@@ -1,0 +1,27 @@
+#!/usr/bin/env bash
+# Builds the module and runs every test suite: once as a plain build and once with
+# AddressSanitizer and UndefinedBehaviorSanitizer. Installs missing Debian packages.
+# Usage: scripts/test.sh [--quick]    (--quick: the plain build only)
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+scripts/deps.sh
+jobs=$(nproc 2>/dev/null || echo 2)
+
+run_build() {
+    local dir=$1; shift
+    cmake -S . -B "$dir" -DCMAKE_BUILD_TYPE=RelWithDebInfo "$@" >/dev/null
+    cmake --build "$dir" -j "$jobs"
+    (cd "$dir" && ctest --output-on-failure -j "$jobs")
+}
+
+echo "== plain build =="
+run_build build
+
+if [ "${1:-}" != "--quick" ]; then
+    echo "== sanitizer build (ASan + UBSan) =="
+    export ASAN_OPTIONS=detect_leaks=1:abort_on_error=1
+    export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
+    run_build build-asan -DCANBUS_SANITIZE=ON
+fi
+echo "All tests passed."

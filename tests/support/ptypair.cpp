@@ -1,0 +1,73 @@
+#include "ptypair.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QThread>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <pty.h>
+#include <termios.h>
+#include <unistd.h>
+
+PtyPair::PtyPair()
+{
+    char name[256] = {};
+    if (openpty(&m_master, &m_slave, name, nullptr, nullptr) != 0) {
+        m_master = m_slave = -1;
+        return;
+    }
+    termios raw{};
+    tcgetattr(m_slave, &raw);
+    cfmakeraw(&raw);
+    tcsetattr(m_slave, TCSANOW, &raw);
+    fcntl(m_master, F_SETFL, fcntl(m_master, F_GETFL) | O_NONBLOCK);
+    m_slavePath = QString::fromLocal8Bit(name);
+}
+
+PtyPair::~PtyPair()
+{
+    closeMaster();
+    if (m_slave >= 0)
+        ::close(m_slave);
+}
+
+void PtyPair::closeMaster()
+{
+    if (m_master >= 0)
+        ::close(m_master);
+    m_master = -1;
+}
+
+bool PtyPair::write(const QByteArray& bytes)
+{
+    if (m_master < 0)
+        return false;
+    const ssize_t n = ::write(m_master, bytes.constData(), size_t(bytes.size()));
+    return n == bytes.size();
+}
+
+QByteArray PtyPair::read(int minBytes, int timeoutMs)
+{
+    QByteArray got;
+    QElapsedTimer clock;
+    clock.start();
+    while (m_master >= 0) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+        pollfd p{m_master, POLLIN, 0};
+        if (::poll(&p, 1, 5) > 0 && (p.revents & POLLIN)) {
+            char chunk[512];
+            const ssize_t n = ::read(m_master, chunk, sizeof chunk);
+            if (n > 0)
+                got.append(chunk, int(n));
+        }
+        if ((minBytes > 0 && got.size() >= minBytes) || clock.elapsed() >= timeoutMs)
+            break;
+    }
+    return got;
+}
+
+QByteArray PtyPair::drain(int ms)
+{
+    return read(0, ms);
+}
