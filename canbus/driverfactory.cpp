@@ -186,8 +186,33 @@ const DriverEntry* findDriver(int id)
     return nullptr;
 }
 
+namespace {
+DriverOverride* overrides = nullptr;
+} // namespace
+
+DriverOverride::DriverOverride(int id, CanbusInterface* (*create)(QObject* parent))
+    : m_id(id), m_create(create), m_previous(overrides)
+{
+    overrides = this;
+}
+
+DriverOverride::~DriverOverride()
+{
+    // Unlink wherever this one sits, so that out-of-order destruction stays sound.
+    for (DriverOverride** link = &overrides; *link; link = &(*link)->m_previous) {
+        if (*link == this) {
+            *link = m_previous;
+            break;
+        }
+    }
+}
+
 CanbusInterface* createDriver(int id, QObject* parent)
 {
+    for (const DriverOverride* o = overrides; o; o = o->m_previous) {
+        if (o->m_id == id)
+            return o->m_create(parent);
+    }
     const DriverEntry* entry = findDriver(id);
     return entry ? entry->create(parent) : nullptr;
 }

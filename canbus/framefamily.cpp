@@ -265,7 +265,7 @@ QByteArray buildFrame(FrameFamily family, quint8 type, const QByteArray& data)
     case FrameFamily::Start5AA5:
         frame.reserve(n + 5);
         frame.append(family == FrameFamily::StartAA55 ? "\xAA\x55" : "\x5A\xA5", 2);
-        frame.append(char(n + 1)).append(char(type));
+        frame.append(char(n)).append(char(type));   // the length counts the data bytes
         frame.append(data.constData(), n).append('\0');
         break;
     case FrameFamily::StartFD8:

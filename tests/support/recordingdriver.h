@@ -1,0 +1,36 @@
+#pragma once
+// A driver that keeps every frame its walk hands over, for tests of the paths below
+// the drivers. It takes the frame family and walk of the real row it stands in for.
+
+#include <QList>
+#include <functional>
+
+#include "commondriver.h"
+#include "driverfactory.h"
+
+class RecordingDriver : public CommonDriver
+{
+    Q_OBJECT
+public:
+    RecordingDriver(int id, QObject* parent);
+
+    int checkProtocolData(const QByteArray& frame) override;
+
+    QList<QByteArray> frames;
+    // Runs inside the parse, while the link holds its lock.
+    std::function<void(const QByteArray&)> onFrame;
+
+    // The last RecordingDriver made, for the test to reach.
+    static RecordingDriver* last;
+};
+
+// Stands a RecordingDriver behind `id` with the family and walk of the real driver.
+class RecordingDriverScope
+{
+public:
+    explicit RecordingDriverScope(int id);
+    RecordingDriver* driver() const { return RecordingDriver::last; }
+
+private:
+    canbus::DriverOverride m_override;
+};
