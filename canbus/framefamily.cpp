@@ -213,6 +213,11 @@ void makeReply(FrameFamily family, QByteArray& out, quint8 value, quint8 aa55Cod
     switch (family) {
     case FrameFamily::Start2E:
     case FrameFamily::Start5AA5:
+    // The FD boxes take no acknowledgement, so their check never makes one; asked
+    // directly, these families give the plain one-byte form all the same.
+    case FrameFamily::StartFD8:
+    case FrameFamily::StartFD16:
+    case FrameFamily::StartFCFD:
         out = QByteArray(1, static_cast<char>(value));
         break;
     case FrameFamily::StartAA55:
@@ -220,11 +225,6 @@ void makeReply(FrameFamily family, QByteArray& out, quint8 value, quint8 aa55Cod
         out[3] = static_cast<char>(aa55Code);
         out[4] = static_cast<char>(value);
         writeChecksum(family, out);
-        break;
-    case FrameFamily::StartFD8:
-    case FrameFamily::StartFD16:
-    case FrameFamily::StartFCFD:
-        out.clear();
         break;
     }
 }

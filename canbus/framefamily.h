@@ -41,7 +41,8 @@ void writeChecksum(FrameFamily family, QByteArray& frame);
 
 // Acknowledgement of a frame: one byte `value`, except AA 55 where `value` is the type
 // of the frame answered and the reply is AA 55 01 FF type cs (FE for a refusal).
-// Families without acknowledgements leave `out` empty.
+// The FD families give the plain one-byte form too, though their check never asks
+// for a reply: the boxes of those families don't expect one.
 void makeAck(FrameFamily family, QByteArray& out, quint8 value);
 void makeNack(FrameFamily family, QByteArray& out, quint8 value);
 // The byte values a check puts into makeAck / makeNack for a given frame.
