@@ -5,12 +5,12 @@
 #include <QByteArray>
 #include <QMutex>
 #include <QObject>
+#include <QSerialPort>
 #include <QVariantList>
 
 class AirData;
 class CanObj;
 class CanbusModule;
-class QSerialPort;
 
 class CanbusModuleImpl : public QObject
 {
@@ -49,8 +49,13 @@ public slots:
 protected:
     void timerEvent(QTimerEvent* event) override;
 
+private slots:
+    void onPortError(QSerialPort::SerialPortError error);
+
 private:
     void checkProductionTestData(const QByteArray& data);
+    bool openPort(int rate);
+    void tryReopen();
 
     CanbusModule* module;
     bool firstFrameReady = false;
@@ -62,4 +67,8 @@ private:
     int testTimerId = 0;
     QByteArray testRxBuffer;
     QByteArray testPattern;
+
+    // A port that was open and failed is reopened at the same rate once a second.
+    int portRate = 0;
+    int reopenTimerId = 0;
 };
