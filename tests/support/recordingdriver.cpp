@@ -43,3 +43,13 @@ RecordingDriverScope::RecordingDriverScope(int id)
 {
     RecordingDriver::last = nullptr;
 }
+
+void RecordingDriver::setSrcState(srctype type, const QList<QVariant>& args)
+{
+    sources.append({int(type), args});
+}
+
+void RecordingDriver::setCurrentTime(int hour, int minute, int second)
+{
+    times.append(QTime(hour, minute, second));
+}

@@ -3,6 +3,7 @@
 // the drivers. It takes the frame family and walk of the real row it stands in for.
 
 #include <QList>
+#include <QTime>
 #include <functional>
 
 #include "commondriver.h"
@@ -15,8 +16,15 @@ public:
     RecordingDriver(int id, QObject* parent);
 
     int checkProtocolData(const QByteArray& frame) override;
+    void setSrcState(srctype type, const QList<QVariant>& args) override;
+    void setCurrentTime(int hour, int minute, int second) override;
+    bool callActive() const { return callState; }
+    bool isPowerOn() const { return powerOn; }
+    bool isReady() const { return ready; }
 
     QList<QByteArray> frames;
+    QList<QPair<int, QList<QVariant>>> sources;
+    QList<QTime> times;
     // Runs inside the parse, while the link holds its lock.
     std::function<void(const QByteArray&)> onFrame;
 
