@@ -1,6 +1,7 @@
 #include "canbusmodule.h"
 
 #include "canbuslog.h"
+#include "airdata.h"
 #include "canbusmoduleimpl.h"
 
 #define TAG "[CanbusModule]"
@@ -8,6 +9,7 @@
 CanbusModule::CanbusModule(QObject* parent)
     : QObject(parent)
 {
+    qRegisterMetaType<AirData*>("AirData*");
 }
 
 CanbusModule::~CanbusModule() = default;

@@ -19,8 +19,9 @@ public:
     ~CanbusModule() override;
 
     int initial();
-    AirData* getAirData() const;
-    QString getVersionData() const;
+    // Invokable so that a host that loaded the plug-in can read them by name.
+    Q_INVOKABLE AirData* getAirData() const;
+    Q_INVOKABLE QString getVersionData() const;
     CanbusModuleImpl* implementation() const { return impl.data(); }
 
 public slots:

@@ -96,3 +96,4 @@ public:
 };
 
 Q_DECLARE_METATYPE(AirData)
+Q_DECLARE_METATYPE(AirData*)
