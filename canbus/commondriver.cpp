@@ -1,6 +1,9 @@
 #include "commondriver.h"
 
 #include <QTimerEvent>
+#include <limits>
+
+#include "temperature.h"
 
 using namespace canbus;
 
@@ -169,4 +172,82 @@ void CommonDriver::timerEvent(QTimerEvent* event)
     m_airOffTimerId = 0;
     if (airData && !airData->airPower)
         emit airConditionerDataChanged();
+}
+
+bool CommonDriver::updateAirData(AirData fresh, bool notify)
+{
+    fresh.id = id;
+    if (!airData || fresh.compare(*airData))
+        return false;
+    fresh.airValid = airData->airValid;
+    fresh.airShowFlag = airData->airShowFlag;
+    *airData = fresh;
+    if (notify)
+        emit airConditionerDataChanged();
+    return true;
+}
+
+bool CommonDriver::updateCardoorData(const CardoorData& fresh, bool notify)
+{
+    if (!cardoorData || fresh.compare(*cardoorData))
+        return false;
+    *cardoorData = fresh;
+    if (notify)
+        emit cardoorDataChanged();
+    return true;
+}
+
+bool CommonDriver::updateCarbodyData(const CarbodyData& fresh, bool notify)
+{
+    if (!carbodyData || fresh.compare(*carbodyData))
+        return false;
+    *carbodyData = fresh;
+    if (notify)
+        emit carbodyDataChanged();
+    return true;
+}
+
+bool CommonDriver::updateOutdoorText(double value, int unit, bool valid)
+{
+    if (!airData)
+        return false;
+    const QString text = outdoorTemperatureText(value, unit == 1);
+    const quint8 validByte = valid ? 1 : 0;
+    if (text == airData->outdoorTemp && validByte == airData->outdoorTempValid)
+        return false;
+    airData->outdoorTempUnit = static_cast<qint8>(unit);
+    airData->outdoorTempValid = validByte;
+    airData->outdoorTemp = text;
+    emit outdoorTemperatureChanged(text, unit);
+    return true;
+}
+
+bool CommonDriver::updateOutdoorBody(double value, int unit)
+{
+    if (!carbodyData)
+        return false;
+    constexpr double lo = std::numeric_limits<qint16>::min();
+    constexpr double hi = std::numeric_limits<qint16>::max();
+    // Bounded before rounding: a value beyond the field must not overflow the int.
+    const qint16 tenths = static_cast<qint16>(qRound(qBound(lo, value * 10.0, hi)));
+    const quint8 unitByte = static_cast<quint8>(unit);
+    if (carbodyData->outdoorTempUnit == unitByte && carbodyData->outdoorTempTenths == tenths)
+        return false;
+    carbodyData->outdoorTempUnit = unitByte;
+    carbodyData->outdoorTempTenths = tenths;
+    emit carbodyDataChanged();
+    return true;
+}
+
+void CommonDriver::updateOutdoorTemperature(double value, int unit, bool valid)
+{
+    updateOutdoorText(value, unit, valid);
+    updateOutdoorBody(value, unit);
+}
+
+void CommonDriver::sendKeyCode(int code, int pressed, ZeroKey zero)
+{
+    if (code == 0 && zero == ZeroKey::Skip)
+        return;
+    sendKeyToQt(toKkmapKey(code), pressed);
 }

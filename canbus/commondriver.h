@@ -1,10 +1,15 @@
 #pragma once
 // What nearly all drivers do alike, driven by their DriverProfile: the family's
 // check, walk, checksum and acknowledgements, the connect and disconnect forms, the
-// power and ready flags, the radar display and the common slots.
+// power and ready flags, the radar display and the common slots; and, for the frame
+// handlers, the record updates, the outdoor temperature and the key road.
+//
+// Free helpers that need no driver sit beside this class: temperature.h (set-point
+// scale, left/right order, outdoor text), keytable.h, language.h, sourcestate.h.
 
 #include "canbusinterface.h"
 #include "driverprofile.h"
+#include "keytable.h"
 
 class CommonDriver : public CanbusInterface
 {
@@ -45,8 +50,45 @@ protected:
     void startAirOffTimer(int ms);
     void timerEvent(QTimerEvent* event) override;
 
+    // A frame handler decodes into a fresh record and hands it over here; the live
+    // record is replaced, and the change signal sent when `notify`, only if they
+    // differ. Each returns whether it replaced the record, so that a driver whose
+    // vehicle signals otherwise can do so itself.
+    //
+    // The climate record takes every field of `fresh` (the outdoor temperature and the
+    // tyre page too, which a climate frame usually leaves at their defaults) but the
+    // two per-driver switches airValid and airShowFlag. The driver's id is set first.
+    bool updateAirData(AirData fresh, bool notify = true);
+    bool updateCardoorData(const CardoorData& fresh, bool notify = true);
+    bool updateCarbodyData(const CarbodyData& fresh, bool notify = true);
+
+    // The outdoor temperature, unit 0 Celsius or 1 Fahrenheit. The text half stores
+    // unit, validity and text in the climate record and sends outdoorTemperatureChanged
+    // when text or validity changed; the body half stores unit and tenths in the body
+    // record and sends carbodyDataChanged when either changed. Each returns whether it
+    // signalled.
+    bool updateOutdoorText(double value, int unit, bool valid);
+    bool updateOutdoorBody(double value, int unit);
+    void updateOutdoorTemperature(double value, int unit, bool valid = true);
+
+    // Sends a head-unit key code down (1) or up (0) on the virtual keyboard.
+    void sendKeyCode(int code, int pressed, canbus::ZeroKey zero = canbus::ZeroKey::Skip);
+
+    // The common key frame: a nonzero vehicle key number is kept in lastKeyValue and
+    // presses the key `codeOf` gives for it; 0 releases the kept key, so that the
+    // release reaches the key that went down. `codeOf` is the driver's table look-up,
+    // e.g. [this](int v) { return getQtKeyFromValue(v); }.
+    template <typename CodeOf>
+    void vehicleKey(int value, CodeOf&& codeOf, canbus::ZeroKey zero = canbus::ZeroKey::Skip)
+    {
+        if (value != 0)
+            lastKeyValue = value;
+        sendKeyCode(codeOf(lastKeyValue), value != 0 ? 1 : 0, zero);
+    }
+
     bool btCallActive = false;
     int callSelectCount = 0;
+    int lastKeyValue = 0;   // last nonzero vehicle key number
 
 private:
     canbus::DriverProfile m_profile;

@@ -1,0 +1,14 @@
+#include "language.h"
+
+namespace canbus {
+
+bool isLanguageCode(const QString& code)
+{
+    for (const char* known : kLanguageCodes) {
+        if (code == QLatin1String(known))
+            return true;
+    }
+    return false;
+}
+
+} // namespace canbus
