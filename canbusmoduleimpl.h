@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QMutex>
 #include <QObject>
+#include <QPointer>
 #include <QSerialPort>
 #include <QVariantList>
 
@@ -60,7 +61,7 @@ private:
     CanbusModule* module;
     bool firstFrameReady = false;
     bool allModuleReady = false;
-    CanObj* canObj;
+    QPointer<CanObj> canObj;   // the process-wide manager; a test may replace it
     QSerialPort* serialPort = nullptr;
     QMutex mutex;
     bool productionTestMode = false;

@@ -1,24 +1,16 @@
 #include "canbusinterface.h"
 
-#include <QTimer>
-
 #include "autoemitdataobject.h"
 #include "datasavecontrol.h"
 #include "infomodule.h"
 #include "inputinjector.h"
 #include "kkmapkeys.h"
+#include "longpresskey.h"
 #include "modulemanager.h"
 
-namespace {
-
-// The virtual keyboard's ioctl numbers start above the kernel's own key codes.
-
-constexpr int kLongPressMs = 1000;
-
-} // namespace
-
 CanbusInterface::CanbusInterface(QObject* parent)
-    : QObject(parent)
+    : QObject(parent),
+      longPress(new LongPressKey([this](int key, int pressed) { sendKeyToQt(key, pressed); }, this))
 {
     qRegisterMetaType<CardoorData>("CardoorData");
     qRegisterMetaType<RadarData>("RadarData");
@@ -42,8 +34,6 @@ CanbusInterface::~CanbusInterface()
     carbodyData = nullptr;
     radarData = nullptr;
     dataInfo = nullptr;
-    if (longPressTimer)
-        longPressTimer->deleteLater();
 }
 
 int CanbusInterface::canbusId() const { return id; }
@@ -65,12 +55,7 @@ void CanbusInterface::initData()
         carbodyData = new CarbodyData;
     if (!radarData)
         radarData = new RadarData;
-    if (!longPressTimer) {
-        longPressTimer = new QTimer(this);
-        connect(longPressTimer, &QTimer::timeout, this, &CanbusInterface::onKeyLongPressed);
-        longPressTimer->setInterval(kLongPressMs);
-        longPressTimer->setSingleShot(true);
-    }
+    longPress->armTimer();
 }
 
 int CanbusInterface::checkCanDataChecksum(const QByteArray&, int&, QByteArray&) { return -1; }
@@ -155,32 +140,12 @@ void CanbusInterface::sendKeyToQt(int key, int pressed)
 
 bool CanbusInterface::checkKeyLongPressed(bool pressed, int key, int longKey)
 {
-    if (longPressTimer && longPressTimer->isActive())
-        longPressTimer->stop();
-    if (pressed) {
-        longPressKey = key;
-        longPressLongKey = longKey;
-        if (longPressTimer)
-            longPressTimer->start();
-        return true;
-    }
-    if (longPressKey < 1)
-        return false;
-    sendKeyToQt(longPressKey, 1);
-    sendKeyToQt(longPressKey, 0);
-    longPressKey = 0;
-    longPressLongKey = 0;
-    return true;
+    return longPress->check(pressed, key, longKey);
 }
 
 void CanbusInterface::onKeyLongPressed()
 {
-    if (longPressLongKey != 0) {
-        sendKeyToQt(longPressLongKey, 1);
-        sendKeyToQt(longPressLongKey, 0);
-    }
-    longPressKey = 0;
-    longPressLongKey = 0;
+    longPress->onHoldTimeout();
 }
 
 void CanbusInterface::sendContinueKey(int key, int times)

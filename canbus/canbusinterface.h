@@ -15,7 +15,7 @@
 #include "dataidinfo.h"
 #include "radardata.h"
 
-class QTimer;
+class LongPressKey;
 
 class CanbusInterface : public QObject
 {
@@ -122,9 +122,7 @@ protected:
     bool powerOn = true;
     bool ready = false;
     bool callState = false;
-    int longPressKey = 0;
-    int longPressLongKey = 0;
-    QTimer* longPressTimer = nullptr;
+    LongPressKey* longPress = nullptr;   // the hold timer is armed by initData
     quint8 lastKeyFlag = 0;
     quint8 lastKey = 255;
     AirData* airData = nullptr;

@@ -2,6 +2,7 @@
 
 #include <QtTest>
 
+#include "autoemitdataobject.h"
 #include "canbusinterface.h"
 #include "datasavecontrol.h"
 #include "infomodule.h"
@@ -226,12 +227,12 @@ void TestCanbusInterface::delayedSend()
     const QByteArray frame = QByteArray::fromHex("2e9002300040");
     driver.emitDataLater(frame, 30);
     driver.emitDataLater(QByteArray(), 10);
-    QCOMPARE(driver.children().size(), 2);
+    QCOMPARE(driver.findChildren<AutoEmitDataObject*>().size(), 2);
     QCOMPARE(sent.count(), 0);
     QTRY_COMPARE(sent.count(), 1);
     QCOMPARE(sent.at(0).at(0).toByteArray(), frame);
     // Both helpers are gone, the empty one without a send.
-    QTRY_COMPARE(driver.children().size(), 0);
+    QTRY_COMPARE(driver.findChildren<AutoEmitDataObject*>().size(), 0);
     QTest::qWait(50);
     QCOMPARE(sent.count(), 1);
     // A pending send dies with its driver (the sanitizer build would see a late fire).
