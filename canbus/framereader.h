@@ -14,6 +14,8 @@ class FrameReader
 public:
     explicit FrameReader(const QByteArray& frame, int dataOffset = 3)
         : m_data(frame.constData()), m_size(frame.size()), m_dataOffset(dataOffset) {}
+    // The reader only looks at the frame: it must not outlive it.
+    FrameReader(QByteArray&&, int = 3) = delete;
 
     int size() const { return m_size; }
     // Number of data bytes present behind the header.

@@ -85,7 +85,8 @@ void TestTextCodec::readerStaysInBounds()
     QCOMPARE(r.bytes(4, 10), QByteArray::fromHex("b2c3"));
     QVERIFY(r.bytes(9, 2).isEmpty());
     QCOMPARE(r.tail(3), QByteArray::fromHex("a1b2"));
-    const FrameReader empty{QByteArray()};
+    const QByteArray nothing;
+    const FrameReader empty(nothing);
     QCOMPARE(empty.at(0), quint8(0));
     QCOMPARE(empty.dataSize(), 0);
     QVERIFY(empty.tail(3).isEmpty());
@@ -93,7 +94,8 @@ void TestTextCodec::readerStaysInBounds()
 
 void TestTextCodec::readerValues()
 {
-    const FrameReader r(QByteArray::fromHex("fe0180ff12345678"), kDataOffset2E);
+    const QByteArray frame = QByteArray::fromHex("fe0180ff12345678");
+    const FrameReader r(frame, kDataOffset2E);
     QCOMPARE(r.be16(0), quint16(0xFE01));
     QCOMPARE(r.le16(0), quint16(0x01FE));
     QCOMPARE(r.be24(4), quint32(0x123456));

@@ -1,0 +1,39 @@
+#include "clockreport.h"
+
+#include "datasavecontrol.h"
+
+namespace canbus {
+
+namespace {
+constexpr quint8 kClockType = 0xA6;
+constexpr quint8 kTwelveHourMark = 0x80;
+constexpr quint8 kClockFromHeadUnit = 0x01;   // the last byte: the head unit's clock
+} // namespace
+
+bool hour24Setting()
+{
+    return DataSaveControl::readSettingData(QStringLiteral("Time24hFormat"), true, QString()).toBool();
+}
+
+quint8 clockYearByte(int year)
+{
+    return quint8((year + 48) & 0xFF);
+}
+
+quint8 clockHourByte(int hour, bool hour24)
+{
+    const quint8 h = quint8(hour & 0x7F);
+    return hour24 ? h : quint8(h | kTwelveHourMark);
+}
+
+QByteArray clockReportFrame(FrameFamily family, const QDateTime& now, bool hour24)
+{
+    const QDate d = now.date();
+    const QTime t = now.time();
+    return buildFrame(family, kClockType,
+                      {clockYearByte(d.year()), quint8(d.month()), quint8(d.day()),
+                       clockHourByte(t.hour(), hour24), quint8(t.minute()), quint8(t.second()),
+                       kClockFromHeadUnit});
+}
+
+} // namespace canbus

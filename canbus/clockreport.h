@@ -1,0 +1,25 @@
+#pragma once
+// The head unit's clock as the 0x2E boxes take it. Most of them want the date and the
+// time in one frame, the year as years since 2000 and a 12-hour display marked in the
+// hour byte.
+
+#include <QByteArray>
+#include <QDateTime>
+
+#include "framefamily.h"
+
+namespace canbus {
+
+// The setting "Time24hFormat", true when it was never set.
+bool hour24Setting();
+
+// (year + 48) in 8 bits: the year less 2000 for the years these units see.
+quint8 clockYearByte(int year);
+
+// The hour, with bit 7 set when the display shows a 12-hour clock.
+quint8 clockHourByte(int hour, bool hour24);
+
+// [A6 07 year month day hour minute second 01] of `now`.
+QByteArray clockReportFrame(FrameFamily family, const QDateTime& now, bool hour24);
+
+} // namespace canbus
