@@ -2,7 +2,11 @@
 
 #include "canbuslog.h"
 #include "airdata.h"
+#include "carbodydata.h"
+#include "cardoordata.h"
 #include "canbusmoduleimpl.h"
+#include "canobj.h"
+#include "radardata.h"
 
 #define TAG "[CanbusModule]"
 
@@ -10,6 +14,9 @@ CanbusModule::CanbusModule(QObject* parent)
     : QObject(parent)
 {
     qRegisterMetaType<AirData*>("AirData*");
+    qRegisterMetaType<CardoorData*>("CardoorData*");
+    qRegisterMetaType<CarbodyData*>("CarbodyData*");
+    qRegisterMetaType<RadarData*>("RadarData*");
 }
 
 CanbusModule::~CanbusModule() = default;
@@ -30,6 +37,21 @@ AirData* CanbusModule::getAirData() const
 QString CanbusModule::getVersionData() const
 {
     return impl ? impl->getVersionData() : QString("");
+}
+
+CardoorData* CanbusModule::getCardoorData() const
+{
+    return impl ? CanObj::instance()->getCardoorData() : nullptr;
+}
+
+CarbodyData* CanbusModule::getCarbodyData() const
+{
+    return impl ? CanObj::instance()->getCarbodyData() : nullptr;
+}
+
+RadarData* CanbusModule::getRadarData() const
+{
+    return impl ? CanObj::instance()->getRadarData() : nullptr;
 }
 
 void CanbusModule::sendCanbusData(QByteArray data)

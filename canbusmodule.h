@@ -10,6 +10,9 @@
 
 class AirData;
 class CanbusModuleImpl;
+class CarbodyData;
+class CardoorData;
+class RadarData;
 
 class CanbusModule : public QObject
 {
@@ -22,6 +25,10 @@ public:
     // Invokable so that a host that loaded the plug-in can read them by name.
     Q_INVOKABLE AirData* getAirData() const;
     Q_INVOKABLE QString getVersionData() const;
+    // The other shared records of the current driver; null while there is none.
+    Q_INVOKABLE CardoorData* getCardoorData() const;
+    Q_INVOKABLE CarbodyData* getCarbodyData() const;
+    Q_INVOKABLE RadarData* getRadarData() const;
     CanbusModuleImpl* implementation() const { return impl.data(); }
 
 public slots:

@@ -52,3 +52,4 @@ public:
 };
 
 Q_DECLARE_METATYPE(CarbodyData)
+Q_DECLARE_METATYPE(CarbodyData*)

@@ -33,3 +33,4 @@ public:
 };
 
 Q_DECLARE_METATYPE(CardoorData)
+Q_DECLARE_METATYPE(CardoorData*)

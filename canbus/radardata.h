@@ -41,3 +41,4 @@ public:
 };
 
 Q_DECLARE_METATYPE(RadarData)
+Q_DECLARE_METATYPE(RadarData*)

@@ -1,0 +1,92 @@
+#pragma once
+// The host: loads the canbus plug-in as the head unit's module manager does, sets up
+// the desktop platform around it, and shows everything the module does.
+
+#include <QHash>
+#include <QObject>
+#include <QPluginLoader>
+#include <QString>
+#include <QStringList>
+#include <memory>
+
+#include "hostoutput.h"
+#include "peers.h"
+#include "recordfields.h"
+
+class InfoModule;
+class QSocketNotifier;
+
+namespace tqappframework {
+class Module;
+}
+
+namespace host {
+
+class KeyRecorder;
+class SignalTap;
+
+class Host : public QObject
+{
+    Q_OBJECT
+public:
+    struct Settings
+    {
+        QString pluginPath;
+        int protocol = 0;
+    };
+
+    Host(const Settings& settings, HostOutput& output);
+    ~Host() override;
+
+    enum StartResult { Started, Failed, NoSuchProtocol };
+    // Loads and starts the module on the port named by CANBUS_BOX_PORT. Unless it
+    // started, the error says why.
+    StartResult start(QString* error);
+    // Takes commands, one a line, from standard input until it ends.
+    void readCommands();
+    // One command line: "AirAC 1", "raw 2e 81 01 01 7c", "reverse on", "help" ...
+    void runCommand(const QString& line);
+
+private:
+    struct Command
+    {
+        const char* name;
+        const char* usage;
+        bool (Host::*run)(const QStringList& args);
+    };
+    static const Command kCommands[];
+
+    void registerPeers();
+    void tapPlatform();
+    void tapModule(QObject* facade);
+    void onModuleSignal(const QMetaMethod& signal, const QVariantList& args);
+    void readStdin();
+    void callFacade(const char* slot, QGenericArgument first = QGenericArgument(),
+                    QGenericArgument second = QGenericArgument());
+
+    bool help(const QStringList& args);
+    bool raw(const QStringList& args);
+    bool reverse(const QStringList& args);
+    bool power(const QStringList& args);
+    bool call(const QStringList& args);
+    bool language(const QStringList& args);
+    bool source(const QStringList& args);
+    bool quit(const QStringList& args);
+
+    Settings m_settings;
+    HostOutput& m_out;
+    QPluginLoader m_loader;
+    tqappframework::Module* m_module = nullptr;
+    QObject* m_facade = nullptr;   // the module's CanbusModule, known by its meta-object only
+    std::unique_ptr<KeyRecorder> m_keys;
+    McuStandIn m_mcu;
+    PhoneStandIn m_phone;
+    SourceStandIn m_radio;
+    SourceStandIn m_media;
+    InfoModule* m_info = nullptr;
+    QHash<QString, Fields> m_lastRecords;
+    QSocketNotifier* m_stdin = nullptr;
+    QByteArray m_pendingInput;
+};
+
+} // namespace host

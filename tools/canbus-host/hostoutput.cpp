@@ -1,0 +1,165 @@
+#include "hostoutput.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QMetaType>
+
+#include <cstdio>
+
+namespace host {
+
+namespace {
+
+QString objectName(const QVariant& value)
+{
+    const QObject* object = value.value<QObject*>();
+    if (!object)
+        return QStringLiteral("null");
+    return object->objectName().isEmpty() ? QString::fromLatin1(object->metaObject()->className())
+                                          : object->objectName();
+}
+
+} // namespace
+
+HostOutput::HostOutput(Format format)
+    : m_format(format), m_out(stdout)
+{
+    m_clock.start();
+}
+
+QString HostOutput::valueText(const QVariant& value)
+{
+    switch (int(value.userType())) {
+    case QMetaType::UnknownType:
+        return QStringLiteral("?");
+    case QMetaType::QString:
+        return QLatin1Char('"') + value.toString() + QLatin1Char('"');
+    case QMetaType::QByteArray:
+        return QStringLiteral("[") + QString::fromLatin1(value.toByteArray().toHex(' ')) + QLatin1Char(']');
+    case QMetaType::Bool:
+        return value.toBool() ? QStringLiteral("true") : QStringLiteral("false");
+    case QMetaType::QObjectStar:
+        return objectName(value);
+    case QMetaType::QVariantList: {
+        QStringList items;
+        for (const QVariant& item : value.toList())
+            items.append(valueText(item));
+        return QLatin1Char('[') + items.join(QStringLiteral(", ")) + QLatin1Char(']');
+    }
+    case QMetaType::Char:
+    case QMetaType::SChar:
+    case QMetaType::UChar:
+        return QString::number(value.toInt());   // a number, not a character
+    default:
+        return value.toString();
+    }
+}
+
+QJsonValue HostOutput::valueJson(const QVariant& value)
+{
+    switch (int(value.userType())) {
+    case QMetaType::UnknownType:
+        return QJsonValue();
+    case QMetaType::QByteArray:
+        return QString::fromLatin1(value.toByteArray().toHex(' '));
+    case QMetaType::QObjectStar:
+        return objectName(value);
+    case QMetaType::QVariantList: {
+        QJsonArray items;
+        for (const QVariant& item : value.toList())
+            items.append(valueJson(item));
+        return items;
+    }
+    case QMetaType::Char:
+    case QMetaType::SChar:
+    case QMetaType::UChar:
+        return value.toInt();
+    default: {
+        const QJsonValue json = QJsonValue::fromVariant(value);
+        return json.isNull() ? QJsonValue(value.toString()) : json;
+    }
+    }
+}
+
+void HostOutput::emitLine(const QString& kind, const QString& text, QJsonObject json)
+{
+    const double t = m_clock.elapsed() / 1000.0;
+    if (m_format == Json) {
+        json.insert(QStringLiteral("t"), t);
+        json.insert(QStringLiteral("event"), kind);
+        m_out << QString::fromUtf8(QJsonDocument(json).toJson(QJsonDocument::Compact)) << '\n';
+    } else {
+        m_out << QStringLiteral("%1  %2 %3").arg(t, 7, 'f', 3).arg(kind, -7).arg(text) << '\n';
+    }
+    m_out.flush();
+}
+
+void HostOutput::record(const QString& name, const Fields& changed)
+{
+    QStringList parts;
+    QJsonObject values;
+    for (const auto& field : changed) {
+        parts.append(field.first + QLatin1Char('=') + valueText(field.second));
+        values.insert(field.first, valueJson(field.second));
+    }
+    const QString text = parts.isEmpty() ? QStringLiteral("(signalled, no change)") : parts.join(QLatin1Char(' '));
+    QJsonObject json{{QStringLiteral("record"), name}, {QStringLiteral("changed"), values}};
+    if (m_format == Json)
+        emitLine(QStringLiteral("record"), text, json);
+    else
+        emitLine(name, text, json);
+}
+
+void HostOutput::signal(const QString& source, const QString& name, const QList<QByteArray>& parameterNames,
+                        const QVariantList& args)
+{
+    QStringList parts;
+    QJsonObject values;
+    for (int i = 0; i < args.size(); ++i) {
+        const QString param = i < parameterNames.size() && !parameterNames.at(i).isEmpty()
+            ? QString::fromLatin1(parameterNames.at(i))
+            : QStringLiteral("arg%1").arg(i);
+        parts.append(param + QLatin1Char('=') + valueText(args.at(i)));
+        values.insert(param, valueJson(args.at(i)));
+    }
+    const QString text = QStringLiteral("%1.%2 %3").arg(source, name, parts.join(QLatin1Char(' '))).trimmed();
+    emitLine(QStringLiteral("signal"), text,
+             {{QStringLiteral("source"), source}, {QStringLiteral("name"), name}, {QStringLiteral("args"), values}});
+}
+
+void HostOutput::key(int key, bool pressed)
+{
+    emitLine(QStringLiteral("key"), QStringLiteral("%1 %2").arg(key).arg(pressed ? QStringLiteral("down") : QStringLiteral("up")),
+             {{QStringLiteral("key"), key}, {QStringLiteral("pressed"), pressed}});
+}
+
+void HostOutput::deviceCall(const QByteArray& device, unsigned long request, unsigned long arg)
+{
+    const QString path = QString::fromLocal8Bit(device);
+    emitLine(QStringLiteral("device"), QStringLiteral("%1 ioctl %2 %3").arg(path).arg(request).arg(arg),
+             {{QStringLiteral("device"), path}, {QStringLiteral("request"), double(request)},
+              {QStringLiteral("arg"), double(arg)}});
+}
+
+void HostOutput::command(const QString& line)
+{
+    emitLine(QStringLiteral("command"), line, {{QStringLiteral("text"), line}});
+}
+
+void HostOutput::trace(const QString& category, const QString& text)
+{
+    emitLine(QStringLiteral("trace"), category + QLatin1Char(' ') + text,
+             {{QStringLiteral("category"), category}, {QStringLiteral("text"), text}});
+}
+
+void HostOutput::info(const QString& text)
+{
+    emitLine(QStringLiteral("info"), text, {{QStringLiteral("text"), text}});
+}
+
+void HostOutput::problem(const QString& text)
+{
+    emitLine(QStringLiteral("error"), text, {{QStringLiteral("text"), text}});
+}
+
+} // namespace host

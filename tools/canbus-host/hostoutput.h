@@ -1,0 +1,51 @@
+#pragma once
+// Everything the host shows, one line per event, either for people
+//     1.204  air     airPower=1 airAC=1 tempLeft="22"
+//     1.730  key     166 down
+// or, with --json, one JSON object per line for programs:
+//     {"t":1.204,"event":"record","record":"air","changed":{"airPower":1,...}}
+
+#include <QElapsedTimer>
+#include <QJsonObject>
+#include <QString>
+#include <QStringList>
+#include <QTextStream>
+#include <QVariantList>
+
+#include "recordfields.h"
+
+namespace host {
+
+class HostOutput
+{
+public:
+    enum Format { Text, Json };
+    explicit HostOutput(Format format);
+
+    Format format() const { return m_format; }
+
+    void record(const QString& name, const Fields& changed);
+    // A signal of the module or of a platform stand-in, with its parameters' names.
+    void signal(const QString& source, const QString& name, const QList<QByteArray>& parameterNames,
+                const QVariantList& args);
+    void key(int key, bool pressed);
+    void deviceCall(const QByteArray& device, unsigned long request, unsigned long arg);
+    void command(const QString& line);
+    void trace(const QString& category, const QString& text);
+    void info(const QString& text);
+    // Problems while running; they don't end the host.
+    void problem(const QString& text);
+
+    // A value as a person reads it: texts quoted, bytes in hex.
+    static QString valueText(const QVariant& value);
+    static QJsonValue valueJson(const QVariant& value);
+
+private:
+    void emitLine(const QString& kind, const QString& text, QJsonObject json);
+
+    Format m_format;
+    QElapsedTimer m_clock;
+    QTextStream m_out;
+};
+
+} // namespace host

@@ -1,0 +1,206 @@
+// canbus-host: runs the canbus plug-in on a desktop, the way the head unit does, and
+// shows live what it makes of a CAN box: records, keys, prompts and platform calls.
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <QTimer>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <memory>
+#include <unistd.h>
+
+#include "datasavecontrol.h"
+#include "host.h"
+#include "hostoutput.h"
+#include "modulelog.h"
+#include "quitonsignal.h"
+
+namespace {
+
+constexpr int kDefaultProtocol = 27;
+constexpr double kMaxDurationS = 7 * 24 * 3600.0;
+
+enum ExitCode { ExitOk = 0, ExitFailure = 1, ExitUsage = 2 };
+
+const char kDescription[] =
+    "Runs the canbus module on this machine as the head unit does: it loads the plug-in,\n"
+    "gives it the desktop platform and its sibling modules, selects a vehicle protocol,\n"
+    "points it at a serial port and starts it. Then it shows, one line each, what the\n"
+    "module does: records (air, doors, body, radar: the fields that changed), keys\n"
+    "(virtual keyboard number, down/up), prompts and other platform calls, and with\n"
+    "--trace every frame it reads and writes.\n"
+    "\n"
+    "Commands typed on standard input go to the module, one a line:\n"
+    "  AirAC 1                  a command key of the driver and its value\n"
+    "  raw 2e 81 01 01 7c       bytes written to the box as they are\n"
+    "  reverse on|off, power on|off, call on|off, language ko, source 1 2 9850, help, quit\n"
+    "\n"
+    "Try it with the box simulator:\n"
+    "  canbox-sim --link /tmp/canbox &\n"
+    "  canbus-host --port /tmp/canbox --trace";
+
+struct Options
+{
+    QString plugin;
+    int protocol = 0;   // 0: the stored one, else 27
+    QString port;
+    QString dataDir;
+    bool json = false;
+    bool trace = false;
+    double durationS = 0;
+};
+
+[[noreturn]] void usageError(const QString& text)
+{
+    std::fprintf(stderr, "canbus-host: error: %s\nTry 'canbus-host --help'.\n", qUtf8Printable(text));
+    std::exit(ExitUsage);
+}
+
+int failure(const QString& text)
+{
+    std::fprintf(stderr, "canbus-host: error: %s\n", qUtf8Printable(text));
+    return ExitFailure;
+}
+
+Options parseOptions(const QCoreApplication& app)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QString::fromUtf8(kDescription));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    parser.addOptions({
+        {QStringLiteral("plugin"),
+         QStringLiteral("The plug-in file to load (default: %1).").arg(QStringLiteral(CANBUS_HOST_PLUGIN)),
+         QStringLiteral("path")},
+        {{QStringLiteral("p"), QStringLiteral("protocol")},
+         QStringLiteral("Vehicle protocol to select, by its catalogue id; stored as CanIndex. "
+                        "Default: the one stored in the data folder, else 27."),
+         QStringLiteral("id")},
+        {QStringLiteral("port"),
+         QStringLiteral("Serial port of the CAN box (default: $CANBUS_BOX_PORT, else /dev/ttyS4)."),
+         QStringLiteral("path")},
+        {QStringLiteral("data-dir"),
+         QStringLiteral("Folder of the module's settings; kept across runs. Default: a new "
+                        "temporary folder, removed at the end."),
+         QStringLiteral("dir")},
+        {QStringLiteral("json"), QStringLiteral("One JSON object per line instead of text.")},
+        {QStringLiteral("trace"), QStringLiteral("Also show every frame the module reads and writes.")},
+        {QStringLiteral("duration"), QStringLiteral("Exit after <s> seconds."), QStringLiteral("s")},
+    });
+    if (!parser.parse(app.arguments()))
+        usageError(parser.errorText());
+    if (parser.isSet(QStringLiteral("help")))
+        parser.showHelp(ExitOk);
+    if (parser.isSet(QStringLiteral("version")))
+        parser.showVersion();
+    if (!parser.positionalArguments().isEmpty())
+        usageError(QStringLiteral("unexpected argument '%1'").arg(parser.positionalArguments().first()));
+
+    Options o;
+    o.plugin = parser.isSet(QStringLiteral("plugin")) ? parser.value(QStringLiteral("plugin"))
+                                                      : QStringLiteral(CANBUS_HOST_PLUGIN);
+    if (parser.isSet(QStringLiteral("protocol"))) {
+        bool ok = false;
+        o.protocol = parser.value(QStringLiteral("protocol")).toInt(&ok);
+        if (!ok || o.protocol < 1)
+            usageError(QStringLiteral("there is no vehicle protocol '%1' in the catalogue").arg(parser.value(QStringLiteral("protocol"))));
+    }
+    const QByteArray envPort = qgetenv("CANBUS_BOX_PORT");
+    o.port = parser.isSet(QStringLiteral("port")) ? parser.value(QStringLiteral("port"))
+           : envPort.isEmpty() ? QStringLiteral("/dev/ttyS4") : QString::fromLocal8Bit(envPort);
+    if (o.port.isEmpty())
+        usageError(QStringLiteral("--port wants a path"));
+    o.dataDir = parser.value(QStringLiteral("data-dir"));
+    o.json = parser.isSet(QStringLiteral("json"));
+    o.trace = parser.isSet(QStringLiteral("trace"));
+    if (parser.isSet(QStringLiteral("duration"))) {
+        bool ok = false;
+        o.durationS = parser.value(QStringLiteral("duration")).toDouble(&ok);
+        if (!ok || !(o.durationS > 0) || o.durationS > kMaxDurationS)
+            usageError(QStringLiteral("--duration wants seconds above 0, not '%1'").arg(parser.value(QStringLiteral("duration"))));
+    }
+    return o;
+}
+
+// The stored protocol when none is asked for.
+int chooseProtocol(int asked)
+{
+    if (asked > 0)
+        return asked;
+    const int stored = DataSaveControl::readUserData(QStringLiteral("CanIndex"), 0).toInt();
+    return stored > 0 ? stored : kDefaultProtocol;
+}
+
+// Whether this user may open the port at all; the module itself only logs a failure.
+QString portProblem(const QString& port)
+{
+    const int fd = ::open(QFile::encodeName(port).constData(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+    if (fd < 0)
+        return QString::fromLocal8Bit(std::strerror(errno));
+    ::close(fd);
+    return QString();
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication app(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("canbus-host"));
+    QCoreApplication::setApplicationVersion(QStringLiteral("1.0"));
+    const Options o = parseOptions(app);
+
+    if (!QFileInfo::exists(o.plugin))
+        return failure(QStringLiteral("no plug-in at %1 (build the target canbusmodule, or give --plugin)").arg(o.plugin));
+    if (!QFileInfo::exists(o.port))
+        return failure(QStringLiteral("no serial port at %1 (start canbox-sim and give --port the path it prints)").arg(o.port));
+    const QString problem = portProblem(o.port);
+    if (!problem.isEmpty())
+        return failure(QStringLiteral("cannot open %1: %2").arg(o.port, problem));
+
+    // The platform reads these on first use: they are set before anything starts.
+    std::unique_ptr<QTemporaryDir> scratch;
+    QString dataDir = o.dataDir;
+    if (dataDir.isEmpty()) {
+        scratch.reset(new QTemporaryDir(QDir::temp().filePath(QStringLiteral("canbus-host-XXXXXX"))));
+        if (!scratch->isValid())
+            return failure(QStringLiteral("cannot make a temporary data folder: %1").arg(scratch->errorString()));
+        dataDir = scratch->path();
+    } else if (!QDir().mkpath(dataDir)) {
+        return failure(QStringLiteral("cannot make the data folder %1").arg(dataDir));
+    }
+    qputenv("CANBUS_DATA_DIR", QFile::encodeName(dataDir));
+    qputenv("CANBUS_BOX_PORT", QFile::encodeName(o.port));
+    DataSaveControl::reload();
+
+    canbox::quitOnTerminationSignals();
+    host::HostOutput output(o.json ? host::HostOutput::Json : host::HostOutput::Text);
+    host::routeModuleLog(&output, o.trace);
+
+    const int protocol = chooseProtocol(o.protocol);
+    output.info(QStringLiteral("protocol %1 on %2; data folder %3").arg(protocol).arg(o.port, dataDir));
+
+    host::Host host({o.plugin, protocol}, output);
+    QString error;
+    switch (host.start(&error)) {
+    case host::Host::Started:
+        break;
+    case host::Host::NoSuchProtocol:
+        usageError(error);
+    case host::Host::Failed:
+        return failure(error);
+    }
+    host.readCommands();
+    output.info(QStringLiteral("running; type 'help' for commands"));
+    if (o.durationS > 0)
+        QTimer::singleShot(int(o.durationS * 1000), &app, &QCoreApplication::quit);
+    return app.exec();
+}

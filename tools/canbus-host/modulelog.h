@@ -1,0 +1,13 @@
+#pragma once
+// Routes the module's log to the host's output: with tracing on, the link's and the
+// manager's debug lines (every frame read and written, in hex) become trace lines;
+// warnings of the module always show. Other debug output of the module stays off,
+// whatever QT_LOGGING_RULES says, and the rest of Qt's messages go to stderr.
+
+namespace host {
+
+class HostOutput;
+
+void routeModuleLog(HostOutput* output, bool trace);
+
+} // namespace host
