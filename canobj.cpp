@@ -219,9 +219,17 @@ RadarData* CanObj::getRadarData() const { return driver ? driver->getRadarData()
 QString CanObj::getVersionData() const { return driver ? driver->getVersionData() : QString(""); }
 void CanObj::setCallState(bool active) { if (driver) driver->setCallState(active); }
 
+namespace {
+// The source numbers fit in five bits, and so does every value srctype can hold: a
+// number outside that names no source, and cast to srctype it would be a value the
+// enumeration cannot represent.
+constexpr int kSourceTypeLimit = 32;
+static_assert(CanbusInterface::SRC_PHONE < kSourceTypeLimit, "srctype outgrew five bits");
+} // namespace
+
 void CanObj::sendSrcStateToCan(int type, const QList<QVariant>& args)
 {
-    if (driver)
+    if (driver && type >= 0 && type < kSourceTypeLimit)
         driver->setSrcState(static_cast<CanbusInterface::srctype>(type), args);
 }
 
