@@ -18,6 +18,9 @@ run_build() {
 echo "== plain build =="
 run_build build
 
+echo "== demo, unattended =="
+CANBUS_BUILD_DIR=build bash scripts/demo.sh 27 --duration 6
+
 if [ "${1:-}" != "--quick" ]; then
     echo "== sanitizer build (ASan + UBSan) =="
     export ASAN_OPTIONS=detect_leaks=1:abort_on_error=1
