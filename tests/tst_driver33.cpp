@@ -9,6 +9,7 @@
 #include "canbus33/canbus33.h"
 #include "datasavecontrol.h"
 #include "driverharness.h"
+#include "framebuilders.h"
 #include "framefamily.h"
 
 using canbus::FrameFamily;
@@ -17,25 +18,7 @@ namespace {
 
 constexpr int kId = 33;
 
-QByteArray bytes(std::initializer_list<int> values)
-{
-    QByteArray out;
-    for (int v : values)
-        out.append(char(v));
-    return out;
-}
-
-QByteArray frame(int type, std::initializer_list<int> data)
-{
-    return canbus::buildFrame(FrameFamily::Start2E, quint8(type), bytes(data));
-}
-
-QByteArray frame(int type, const QByteArray& data)
-{
-    return canbus::buildFrame(FrameFamily::Start2E, quint8(type), data);
-}
-
-QByteArray hex(const char* text) { return QByteArray::fromHex(text); }
+using namespace testframes;
 
 Canbus33Obj* driver(const DriverHarness& h) { return qobject_cast<Canbus33Obj*>(h.driver()); }
 Data33Info info(const DriverHarness& h) { return h.driver()->getDataInfo().value<Data33Info>(); }

@@ -11,6 +11,7 @@
 #include "datasavecontrol.h"
 #include "datetimectrl.h"
 #include "driverharness.h"
+#include "framebuilders.h"
 #include "framefamily.h"
 #include "module.h"
 #include "modulemanager.h"
@@ -21,25 +22,7 @@ namespace {
 
 constexpr int kId = 72;
 
-QByteArray bytes(std::initializer_list<int> values)
-{
-    QByteArray out;
-    for (int v : values)
-        out.append(char(v));
-    return out;
-}
-
-QByteArray frame(int type, std::initializer_list<int> data)
-{
-    return canbus::buildFrame(FrameFamily::Start2E, quint8(type), bytes(data));
-}
-
-QByteArray frame(int type, const QByteArray& data)
-{
-    return canbus::buildFrame(FrameFamily::Start2E, quint8(type), data);
-}
-
-QByteArray hex(const char* text) { return QByteArray::fromHex(text); }
+using namespace testframes;
 
 Canbus72Obj* driver(const DriverHarness& h) { return qobject_cast<Canbus72Obj*>(h.driver()); }
 Data72Info info(const DriverHarness& h) { return h.driver()->getDataInfo().value<Data72Info>(); }

@@ -47,3 +47,11 @@ QList<QPair<int, int>> DriverHarness::keys() const
         result.append({int(call.request) - 768, int(call.arg)});
     return result;
 }
+
+QList<int> DriverHarness::keyEvents() const
+{
+    QList<int> out;
+    for (const auto& key : keys())
+        out << key.first << key.second;
+    return out;
+}

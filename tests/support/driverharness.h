@@ -31,6 +31,8 @@ public:
     QList<QByteArray> replies;
     // (virtual keyboard number, pressed) for every key that reached the key device.
     QList<QPair<int, int>> keys() const;
+    // The same, flattened: number, pressed, number, pressed, ...
+    QList<int> keyEvents() const;
     RecordingInputInjector& injector() { return m_injector; }
 
 private:
