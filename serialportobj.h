@@ -4,7 +4,9 @@
 //
 // A sibling module creates the object, calls startOnFirstFrameReady() once the first
 // frame of the system is on screen and connects the signals. Everything runs on the
-// thread that created it.
+// thread that created it. The constructor and the calls a host makes are invokable,
+// so that a host holding only the plug-in file can create and drive the link through
+// the class's meta-object.
 
 #include <QByteArray>
 #include <QList>
@@ -19,13 +21,13 @@ class SerialPortObj : public QObject
 {
     Q_OBJECT
 public:
-    explicit SerialPortObj(QObject* parent = nullptr);
+    Q_INVOKABLE explicit SerialPortObj(QObject* parent = nullptr);
     ~SerialPortObj() override;
 
     // The MCU's device: CANBUS_MCU_PORT, else the head unit's own port.
     static QString mcuPortName();
 
-    void startOnFirstFrameReady();
+    Q_INVOKABLE void startOnFirstFrameReady();
 
     // Sends the fixed frame of a command type (a few types take a parameter);
     // types and parameters without a frame send nothing.
@@ -36,14 +38,14 @@ public:
     // Checksum of a 0xFF 0x55 frame: its last byte becomes the low byte of the sum of
     // bytes 2 up to the one before it. Frames of fewer than 3 bytes are left alone.
     static void setChecksum(QByteArray& frame);
-    QString getMcuVersion() const;
+    Q_INVOKABLE QString getMcuVersion() const;
 
     // `key` is a virtual-keyboard number (canbus::kkmapKey), pressed 1 down, 0 up.
     void sendKeyToQt(int key, int pressed);
     bool checkKeyLongPressed(bool pressed, int key, int longKey);
 
     // Feeds a firmware file to the MCU, which asks for it packet by packet.
-    void startMcuUpdate(const QString& path);
+    Q_INVOKABLE void startMcuUpdate(const QString& path);
 
     // The frame of a command type as sendDataToSerialPort writes it, empty when there
     // is none.

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Builds the module and runs every test suite: once as a plain build and once with
-# AddressSanitizer and UndefinedBehaviorSanitizer. Installs missing Debian packages.
+# AddressSanitizer and UndefinedBehaviorSanitizer; then a short smoke run of the
+# fuzzers (clang, libFuzzer). Installs missing Debian packages.
 # Usage: scripts/test.sh [--quick]    (--quick: the plain build only)
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -26,5 +27,8 @@ if [ "${1:-}" != "--quick" ]; then
     export ASAN_OPTIONS=detect_leaks=1:abort_on_error=1
     export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
     run_build build-asan -DCANBUS_SANITIZE=ON
+
+    echo "== fuzz smoke (clang, libFuzzer, ASan + UBSan) =="
+    bash fuzz/run.sh --smoke
 fi
 echo "All tests passed."

@@ -66,10 +66,17 @@ Run run(const QString& program, const QStringList& args, const QByteArray& input
     return r;
 }
 
-// canbox-sim running in the background on a new pseudo-terminal.
+// A simulator running in the background on a new pseudo-terminal: canbox-sim by
+// default, or mcu-sim, each of which names its port on a line of its own.
 class Sim
 {
 public:
+    Sim() = default;
+    Sim(const char* tool, const QStringList& portLines)
+        : m_tool(tool), m_portLines(portLines)
+    {
+    }
+
     ~Sim()
     {
         if (m_process.state() != QProcess::NotRunning) {
@@ -83,7 +90,7 @@ public:
     // Starts it and waits for the line that names its port, a new pty or a device.
     bool start(const QStringList& args)
     {
-        m_process.start(toolPath("canbox-sim"), args);
+        m_process.start(toolPath(m_tool), args);
         if (!m_process.waitForStarted(kRunTimeoutMs))
             return false;
         QElapsedTimer clock;
@@ -92,7 +99,7 @@ public:
             while (m_process.canReadLine()) {
                 const QString line = QString::fromUtf8(m_process.readLine()).trimmed();
                 m_output += line + QLatin1Char('\n');
-                for (const QString& kind : {QStringLiteral("canbox-sim: pty "), QStringLiteral("canbox-sim: device ")}) {
+                for (const QString& kind : m_portLines) {
                     if (line.startsWith(kind)) {
                         m_port = line.mid(kind.size());
                         return true;
@@ -119,10 +126,17 @@ public:
     }
 
 private:
+    const char* m_tool = "canbox-sim";
+    QStringList m_portLines{QStringLiteral("canbox-sim: pty "), QStringLiteral("canbox-sim: device ")};
     QProcess m_process;
     QString m_port;
     QString m_output;
 };
+
+Sim mcuSim()
+{
+    return Sim("mcu-sim", {QStringLiteral("MCU simulator on ")});
+}
 
 // The head unit's end of the simulator's pty, opened raw as a serial port would be.
 class HeadUnitEnd
@@ -236,6 +250,9 @@ private slots:
     void hostShowsRadarInReverse();
     void hostTracesTheBytes();
     void hostOutlivesTheBox();
+    void hostUpdatesTheMcu_data();
+    void hostUpdatesTheMcu();
+    void hostShowsTheMcu();
 
 #ifdef CANBUS_HAVE_BOXSIM
     void splitterCutsAnyWrite_data();
@@ -751,6 +768,79 @@ void TestTools::hexBytes()
 }
 
 #endif // CANBUS_HAVE_BOXSIM
+
+void TestTools::hostUpdatesTheMcu_data()
+{
+    QTest::addColumn<int>("size");
+    QTest::addColumn<int>("packets");
+    QTest::newRow("one byte") << 1 << 1;
+    QTest::newRow("one packet and a byte") << 129 << 2;
+    QTest::newRow("several thousand bytes") << 5000 << 40;
+}
+
+void TestTools::hostUpdatesTheMcu()
+{
+    QFETCH(int, size);
+    QFETCH(int, packets);
+    QByteArray firmware(size, Qt::Uninitialized);
+    for (int i = 0; i < size; ++i)
+        firmware[i] = char(i * 7 + i / 256);
+    const QString firmwarePath = m_dir.filePath(QStringLiteral("firmware.bin"));
+    const QString imagePath = m_dir.filePath(QStringLiteral("image.bin"));
+    writeFile(firmwarePath, firmware);
+    QFile::remove(imagePath);
+
+    Sim mcu = mcuSim();
+    QVERIFY(mcu.start({"--once", "--save-image", imagePath}));
+    const Run host = run(toolPath("canbus-host"), {"--mcu-port", mcu.port(), "--mcu-update", firmwarePath});
+    QVERIFY(host.finished);
+    QVERIFY2(host.exitCode == 0, qPrintable(host.out + host.err));
+    // Not a terminal: the bar is drawn a line for each new value, the last one full.
+    QVERIFY2(host.out.contains(QLatin1String("update  [") + QString(30, QLatin1Char('#')) + QLatin1String("] 100%")),
+             qPrintable(host.out));
+    QVERIFY2(host.out.contains(QLatin1String("text=\"Successed\"")), qPrintable(host.out));
+    QVERIFY(host.out.contains(QLatin1String("firmware update finished")));
+
+    // The MCU got every packet, the last one filled up with zeroes.
+    QVERIFY2(mcu.output().contains(QStringLiteral("update done: %1 packets received").arg(packets)), qPrintable(mcu.output()));
+    QFile image(imagePath);
+    QVERIFY(image.open(QIODevice::ReadOnly));
+    QCOMPARE(image.readAll(), firmware + QByteArray(packets * 128 - size, '\0'));
+}
+
+void TestTools::hostShowsTheMcu()
+{
+    const QString scenario = m_dir.filePath(QStringLiteral("mcu.json"));
+    writeFile(scenario, R"({"steps": [
+        {"ignition": true},
+        {"wait": 100, "key": 14},
+        {"wait": 100, "night": true}
+    ]})");
+    Sim mcu = mcuSim();
+    QVERIFY(mcu.start({"--scenario", scenario, "--wait-for-head-unit"}));
+    const Run host = run(toolPath("canbus-host"), {"--mcu-port", mcu.port(), "--json", "--duration", "3"});
+    QVERIFY(host.finished);
+    QVERIFY2(host.exitCode == 0, qPrintable(host.err));
+
+    QStringList mcuSignals;
+    for (const QJsonObject& o : events(host.out, QStringLiteral("signal"))) {
+        if (o.value(QLatin1String("source")).toString() == QLatin1String("mcu"))
+            mcuSignals.append(o.value(QLatin1String("name")).toString());
+    }
+    QVERIFY2(mcuSignals.contains(QLatin1String("accStateChanged")), qPrintable(host.out));
+    QVERIFY2(mcuSignals.contains(QLatin1String("setNightModeSig")), qPrintable(host.out));
+    const QList<QJsonObject> keys = events(host.out, QStringLiteral("key"));
+    QVERIFY2(keys.size() == 2, qPrintable(host.out));
+    QCOMPARE(keys.at(0).value(QLatin1String("key")), keys.at(1).value(QLatin1String("key")));
+    QVERIFY(keys.at(0).value(QLatin1String("pressed")).toBool());
+    QVERIFY(!keys.at(1).value(QLatin1String("pressed")).toBool());
+
+    // The update that can't start: no file.
+    const Run missing = run(toolPath("canbus-host"), {"--mcu-port", mcu.port(), "--mcu-update", m_dir.filePath(QStringLiteral("none.bin"))});
+    QVERIFY(missing.finished);
+    QCOMPARE(missing.exitCode, 1);
+    QVERIFY2(missing.out.contains(QLatin1String("Please check file")), qPrintable(missing.out));
+}
 
 QTEST_GUILESS_MAIN(TestTools)
 #include "tst_tools.moc"

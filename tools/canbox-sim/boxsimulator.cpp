@@ -98,7 +98,7 @@ void BoxSimulator::handle(const LinkItem& item)
         break;
     case LinkItem::BadChecksum:
         e.kind = BoxEvent::BadChecksum;
-        emit event(e);
+        emit happened(e);
         if (!item.reply.isEmpty())
             queue(item.reply, BoxEvent{BoxEvent::NackSent, 0, {}, item.reply, {}, false});
         return;
@@ -106,13 +106,13 @@ void BoxSimulator::handle(const LinkItem& item)
         e.kind = BoxEvent::Junk;
         break;
     }
-    emit event(e);
+    emit happened(e);
 }
 
 void BoxSimulator::onHeadUnitFrame(const LinkItem& item)
 {
     const FrameParts parts = frameParts(m_family, item.bytes);
-    emit event(BoxEvent{BoxEvent::Received, parts.type, parts.data, item.bytes,
+    emit happened(BoxEvent{BoxEvent::Received, parts.type, parts.data, item.bytes,
                         linkMeaning(m_family, parts), false});
     // The acknowledgement goes out first, then whatever the frame asks for.
     if (!item.reply.isEmpty())
@@ -124,13 +124,13 @@ void BoxSimulator::onHeadUnitFrame(const LinkItem& item)
         // first one starts the scenarios.
         if (!m_connected) {
             m_connected = true;
-            emit event(BoxEvent{BoxEvent::Connected, parts.type, parts.data, item.bytes, {}, false});
+            emit happened(BoxEvent{BoxEvent::Connected, parts.type, parts.data, item.bytes, {}, false});
             if (m_waitForConnect)
                 startPlaying();
         }
     } else if (isDisconnectFrame(m_family, parts)) {
         m_connected = false;
-        emit event(BoxEvent{BoxEvent::Disconnected, parts.type, parts.data, item.bytes, {}, false});
+        emit happened(BoxEvent{BoxEvent::Disconnected, parts.type, parts.data, item.bytes, {}, false});
         if (m_waitForConnect)
             stopPlaying();
     } else {
@@ -183,7 +183,7 @@ void BoxSimulator::writeNext()
     const auto next = m_outbox.takeFirst();
     emit transmit(next.first);
     m_sinceWrite.start();
-    emit event(next.second);
+    emit happened(next.second);
     if (!m_outbox.isEmpty())
         m_writeTimer.start(kWriteGapMs);
 }
@@ -213,7 +213,7 @@ void BoxSimulator::scheduleStep()
         if (m_scenario >= m_scenarios.size()) {
             if (!m_loop || m_stepCount == 0) {   // nothing to repeat
                 m_playing = false;
-                emit event(BoxEvent{BoxEvent::Finished, 0, {}, {}, {}, false});
+                emit happened(BoxEvent{BoxEvent::Finished, 0, {}, {}, {}, false});
                 return;
             }
             if (m_passDelayMs == 0)
@@ -227,7 +227,7 @@ void BoxSimulator::scheduleStep()
             QString text = s.name.isEmpty() ? QStringLiteral("scenario") : s.name;
             if (!s.description.isEmpty())
                 text += QStringLiteral(": ") + s.description;
-            emit event(BoxEvent{BoxEvent::ScenarioStarted, 0, {}, {}, text, false});
+            emit happened(BoxEvent{BoxEvent::ScenarioStarted, 0, {}, {}, text, false});
         }
         if (m_step < s.steps.size()) {
             const int delay = s.steps.at(m_step).delayMs;

@@ -74,7 +74,7 @@ public slots:
 
 signals:
     void transmit(QByteArray bytes);
-    void event(const canbox::BoxEvent& event);
+    void happened(const canbox::BoxEvent& event);
 
 private:
     void handle(const LinkItem& item);

@@ -332,7 +332,7 @@ int main(int argc, char** argv)
     };
     QObject::connect(&box, &BoxSimulator::transmit, &link, &BoxLink::write);
     QObject::connect(&link, &BoxLink::received, &box, &BoxSimulator::receive);
-    QObject::connect(&box, &BoxSimulator::event, &app, [&](const BoxEvent& e) { say(eventText(e, family)); });
+    QObject::connect(&box, &BoxSimulator::happened, &app, [&](const BoxEvent& e) { say(eventText(e, family)); });
     QObject::connect(&link, &BoxLink::peerOpened, &box, [&] {
         say(box.waitsForConnect() ? QStringLiteral("----  the head unit opened the port; waiting for its connect frame")
                                   : QStringLiteral("----  the head unit opened the port"));

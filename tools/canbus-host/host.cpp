@@ -103,14 +103,16 @@ Host::Host(const Settings& settings, HostOutput& output)
 
 Host::~Host()
 {
-    if (m_module)
+    if (m_started)
         m_module->final();
     ModuleManager::self()->clear();
     InputInjector::install(nullptr);
 }
 
-Host::StartResult Host::start(QString* error)
+bool Host::load(QString* error)
 {
+    if (m_module)
+        return true;
     // No device node of this machine is touched: keys and touches come here instead.
     m_keys.reset(new KeyRecorder([this](int key, bool pressed) { m_out.key(key, pressed); },
                                  [this](const QByteArray& device, unsigned long request, unsigned long arg) {
@@ -119,25 +121,34 @@ Host::StartResult Host::start(QString* error)
     InputInjector::install(m_keys.get());
     registerPeers();
     tapPlatform();
-    const QVariant storedIndex = DataSaveControl::readUserData(QStringLiteral("CanIndex"), 0);
-    DataSaveControl::saveUserData(QStringLiteral("CanIndex"), m_settings.protocol);
 
     m_loader.setFileName(m_settings.pluginPath);
     QObject* instance = m_loader.instance();
     if (!instance) {
         *error = QStringLiteral("cannot load the plug-in %1: %2").arg(m_settings.pluginPath, m_loader.errorString());
-        return Failed;
+        return false;
     }
     m_module = qobject_cast<tqappframework::Module*>(instance);
     if (!m_module) {
         *error = QStringLiteral("%1 is a Qt plug-in but not a head-unit module (interface %2)")
                      .arg(m_settings.pluginPath, QLatin1String(TQModule_iid));
-        return Failed;
+        return false;
     }
     const auto property = m_module->getProperty();
     m_out.info(QStringLiteral("plug-in %1: module \"%2\"").arg(m_settings.pluginPath, property ? property->name() : QString()));
+    return true;
+}
+
+Host::StartResult Host::start(QString* error)
+{
+    if (!load(error))
+        return Failed;
+    // The module reads its protocol as it starts.
+    const QVariant storedIndex = DataSaveControl::readUserData(QStringLiteral("CanIndex"), 0);
+    DataSaveControl::saveUserData(QStringLiteral("CanIndex"), m_settings.protocol);
 
     m_module->initial();
+    m_started = true;   // final() is owed from here on
     // The facade exists from initial() on; taps go on before startup() so that the
     // start sequence shows too.
     m_facade = m_module->getModuleObj();

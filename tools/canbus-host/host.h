@@ -39,9 +39,14 @@ public:
     ~Host() override;
 
     enum StartResult { Started, Failed, NoSuchProtocol };
-    // Loads and starts the module on the port named by CANBUS_BOX_PORT. Unless it
-    // started, the error says why.
+    // Sets up the platform and the sibling modules and loads the plug-in; nothing of
+    // the module runs yet. Unless it loaded, the error says why. Once is enough.
+    bool load(QString* error);
+    // Loads the plug-in if need be and starts the vehicle module on the port named by
+    // CANBUS_BOX_PORT. Unless it started, the error says why.
     StartResult start(QString* error);
+    // The plug-in, once loaded: the exported classes come from the same file.
+    QString pluginPath() const { return m_loader.fileName(); }
     // Takes commands, one a line, from standard input until it ends.
     void readCommands();
     // One command line: "AirAC 1", "raw 2e 81 01 01 7c", "reverse on", "help" ...
@@ -77,6 +82,7 @@ private:
     HostOutput& m_out;
     QPluginLoader m_loader;
     tqappframework::Module* m_module = nullptr;
+    bool m_started = false;
     QObject* m_facade = nullptr;   // the module's CanbusModule, known by its meta-object only
     std::unique_ptr<KeyRecorder> m_keys;
     McuStandIn m_mcu;

@@ -4,11 +4,15 @@
 #include <QJsonDocument>
 #include <QMetaType>
 
+#include <algorithm>
 #include <cstdio>
+#include <unistd.h>
 
 namespace host {
 
 namespace {
+
+constexpr int kBarWidth = 30;
 
 QString objectName(const QVariant& value)
 {
@@ -22,7 +26,7 @@ QString objectName(const QVariant& value)
 } // namespace
 
 HostOutput::HostOutput(Format format)
-    : m_format(format), m_out(stdout)
+    : m_format(format), m_out(stdout), m_terminal(format == Text && ::isatty(STDOUT_FILENO))
 {
     m_clock.start();
 }
@@ -83,6 +87,8 @@ QJsonValue HostOutput::valueJson(const QVariant& value)
 
 void HostOutput::emitLine(const QString& kind, const QString& text, QJsonObject json)
 {
+    if (!m_bar.isEmpty())
+        m_out << "\r\033[K";   // the line goes where the bar was; the bar below it
     const double t = m_clock.elapsed() / 1000.0;
     if (m_format == Json) {
         json.insert(QStringLiteral("t"), t);
@@ -91,6 +97,47 @@ void HostOutput::emitLine(const QString& kind, const QString& text, QJsonObject 
     } else {
         m_out << QStringLiteral("%1  %2 %3").arg(t, 7, 'f', 3).arg(kind, -7).arg(text) << '\n';
     }
+    drawBar();
+    m_out.flush();
+}
+
+void HostOutput::drawBar()
+{
+    if (!m_bar.isEmpty())
+        m_out << "\r" << m_bar;
+}
+
+QString HostOutput::progressBar(int percent)
+{
+    const int p = std::clamp(percent, 0, 100);
+    const int done = p * kBarWidth / 100;
+    return QStringLiteral("[%1%2] %3%").arg(QString(done, QLatin1Char('#')), QString(kBarWidth - done, QLatin1Char('-')))
+        .arg(p, 3);
+}
+
+void HostOutput::progress(int percent)
+{
+    // The link repeats a value now and then (each start of a pass is 0 again).
+    if (percent == m_lastPercent)
+        return;
+    m_lastPercent = percent;
+    const QString bar = progressBar(percent);
+    if (!m_terminal) {
+        emitLine(m_format == Json ? QStringLiteral("progress") : QStringLiteral("update"), bar,
+                 {{QStringLiteral("percent"), percent}});
+        return;
+    }
+    m_bar = QStringLiteral("%1  %2 %3").arg(m_clock.elapsed() / 1000.0, 7, 'f', 3).arg(QStringLiteral("update"), -7).arg(bar);
+    drawBar();
+    m_out.flush();
+}
+
+void HostOutput::endProgress()
+{
+    if (!m_bar.isEmpty())
+        m_out << '\n';
+    m_bar.clear();
+    m_lastPercent = -1;
     m_out.flush();
 }
 

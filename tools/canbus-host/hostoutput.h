@@ -2,6 +2,7 @@
 // Everything the host shows, one line per event, either for people
 //     1.204  air     airPower=1 airAC=1 tempLeft="22"
 //     1.730  key     166 down
+//     2.113  update  [#########---------------------]  30%
 // or, with --json, one JSON object per line for programs:
 //     {"t":1.204,"event":"record","record":"air","changed":{"airPower":1,...}}
 
@@ -35,17 +36,28 @@ public:
     void info(const QString& text);
     // Problems while running; they don't end the host.
     void problem(const QString& text);
+    // A progress bar: on a terminal one line drawn over and over, below the other
+    // lines; elsewhere a line for each new value (a JSON "progress" event with --json).
+    void progress(int percent);
+    // The bar is complete: the next line goes below it.
+    void endProgress();
 
     // A value as a person reads it: texts quoted, bytes in hex.
     static QString valueText(const QVariant& value);
     static QJsonValue valueJson(const QVariant& value);
 
+    static QString progressBar(int percent);
+
 private:
     void emitLine(const QString& kind, const QString& text, QJsonObject json);
+    void drawBar();
 
     Format m_format;
     QElapsedTimer m_clock;
     QTextStream m_out;
+    bool m_terminal;         // text on a terminal: the bar redraws in place
+    QString m_bar;           // the bar on the terminal's last line, if any
+    int m_lastPercent = -1;
 };
 
 } // namespace host

@@ -13,7 +13,8 @@ int KeyRecorder::ioctl(int fd, unsigned long request, unsigned long arg)
 {
     const int result = RecordingInputInjector::ioctl(fd, request, arg);
     const QByteArray device = calls().last().path;
-    const bool keyDevice = device == keyDevicePath();
+    // The drivers' keys and the microcontroller's go to nodes of their own.
+    const bool keyDevice = device == keyDevicePath() || device == mcuKeyDevicePath();
     if (keyDevice && request >= unsigned(canbus::kKeyIoctlBase))
         m_onKey(int(request - unsigned(canbus::kKeyIoctlBase)), arg != 0);
     else

@@ -1,7 +1,8 @@
 #pragma once
 // Stands in for the input device nodes: nothing is opened on the machine, and every
 // key the module injects is handed to a callback as a virtual keyboard number with
-// its direction. Other device calls (touches, the MCU's key node) are reported raw.
+// its direction, from the drivers' key node and the MCU's alike. Other device calls
+// (touches) are reported raw.
 
 #include <QByteArray>
 

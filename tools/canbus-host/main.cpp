@@ -20,6 +20,7 @@
 #include "datasavecontrol.h"
 #include "host.h"
 #include "hostoutput.h"
+#include "mcuhost.h"
 #include "modulelog.h"
 #include "quitonsignal.h"
 
@@ -45,13 +46,21 @@ const char kDescription[] =
     "\n"
     "Try it with the box simulator:\n"
     "  canbox-sim --link /tmp/canbox &\n"
-    "  canbus-host --port /tmp/canbox --trace";
+    "  canbus-host --port /tmp/canbox --trace\n"
+    "\n"
+    "With --mcu-port it also runs the microcontroller link of the plug-in on that port\n"
+    "(alone, unless a box port is given too) and shows its ignition, night mode, keys,\n"
+    "touches and requests; --mcu-update sends a firmware file with a progress bar:\n"
+    "  mcu-sim --once        (prints its port, say /dev/pts/7)\n"
+    "  canbus-host --mcu-port /dev/pts/7 --mcu-update firmware.bin";
 
 struct Options
 {
     QString plugin;
     int protocol = 0;   // 0: the stored one, else 27
-    QString port;
+    QString port;         // empty: no box, the MCU link alone
+    QString mcuPort;
+    QString mcuUpdate;
     QString dataDir;
     bool json = false;
     bool trace = false;
@@ -87,6 +96,14 @@ Options parseOptions(const QCoreApplication& app)
         {QStringLiteral("port"),
          QStringLiteral("Serial port of the CAN box (default: $CANBUS_BOX_PORT, else /dev/ttyS4)."),
          QStringLiteral("path")},
+        {QStringLiteral("mcu-port"),
+         QStringLiteral("Also run the MCU link on this serial port; without --port (or "
+                        "$CANBUS_BOX_PORT) the MCU link runs alone."),
+         QStringLiteral("path")},
+        {QStringLiteral("mcu-update"),
+         QStringLiteral("With --mcu-port: send this firmware file to the MCU, show the progress "
+                        "and exit when it is done (0) or failed (1)."),
+         QStringLiteral("file")},
         {QStringLiteral("data-dir"),
          QStringLiteral("Folder of the module's settings; kept across runs. Default: a new "
                         "temporary folder, removed at the end."),
@@ -113,11 +130,22 @@ Options parseOptions(const QCoreApplication& app)
         if (!ok || o.protocol < 1)
             usageError(QStringLiteral("there is no vehicle protocol '%1' in the catalogue").arg(parser.value(QStringLiteral("protocol"))));
     }
+    o.mcuPort = parser.value(QStringLiteral("mcu-port"));
+    if (parser.isSet(QStringLiteral("mcu-port")) && o.mcuPort.isEmpty())
+        usageError(QStringLiteral("--mcu-port wants a path"));
+    o.mcuUpdate = parser.value(QStringLiteral("mcu-update"));
+    if (parser.isSet(QStringLiteral("mcu-update")) && o.mcuPort.isEmpty())
+        usageError(QStringLiteral("--mcu-update needs --mcu-port"));
     const QByteArray envPort = qgetenv("CANBUS_BOX_PORT");
-    o.port = parser.isSet(QStringLiteral("port")) ? parser.value(QStringLiteral("port"))
-           : envPort.isEmpty() ? QStringLiteral("/dev/ttyS4") : QString::fromLocal8Bit(envPort);
-    if (o.port.isEmpty())
-        usageError(QStringLiteral("--port wants a path"));
+    if (parser.isSet(QStringLiteral("port"))) {
+        o.port = parser.value(QStringLiteral("port"));
+        if (o.port.isEmpty())
+            usageError(QStringLiteral("--port wants a path"));
+    } else if (!envPort.isEmpty()) {
+        o.port = QString::fromLocal8Bit(envPort);
+    } else if (o.mcuPort.isEmpty()) {
+        o.port = QStringLiteral("/dev/ttyS4");
+    }
     o.dataDir = parser.value(QStringLiteral("data-dir"));
     o.json = parser.isSet(QStringLiteral("json"));
     o.trace = parser.isSet(QStringLiteral("trace"));
@@ -160,11 +188,20 @@ int main(int argc, char** argv)
 
     if (!QFileInfo::exists(o.plugin))
         return failure(QStringLiteral("no plug-in at %1 (build the target canbusmodule, or give --plugin)").arg(o.plugin));
-    if (!QFileInfo::exists(o.port))
-        return failure(QStringLiteral("no serial port at %1 (start canbox-sim and give --port the path it prints)").arg(o.port));
-    const QString problem = portProblem(o.port);
-    if (!problem.isEmpty())
-        return failure(QStringLiteral("cannot open %1: %2").arg(o.port, problem));
+    if (!o.port.isEmpty()) {
+        if (!QFileInfo::exists(o.port))
+            return failure(QStringLiteral("no serial port at %1 (start canbox-sim and give --port the path it prints)").arg(o.port));
+        const QString problem = portProblem(o.port);
+        if (!problem.isEmpty())
+            return failure(QStringLiteral("cannot open %1: %2").arg(o.port, problem));
+    }
+    if (!o.mcuPort.isEmpty()) {
+        if (!QFileInfo::exists(o.mcuPort))
+            return failure(QStringLiteral("no serial port at %1 (start mcu-sim and give --mcu-port the path it prints)").arg(o.mcuPort));
+        const QString problem = portProblem(o.mcuPort);
+        if (!problem.isEmpty())
+            return failure(QStringLiteral("cannot open %1: %2").arg(o.mcuPort, problem));
+    }
 
     // The platform reads these on first use: they are set before anything starts.
     std::unique_ptr<QTemporaryDir> scratch;
@@ -178,7 +215,10 @@ int main(int argc, char** argv)
         return failure(QStringLiteral("cannot make the data folder %1").arg(dataDir));
     }
     qputenv("CANBUS_DATA_DIR", QFile::encodeName(dataDir));
-    qputenv("CANBUS_BOX_PORT", QFile::encodeName(o.port));
+    if (!o.port.isEmpty())
+        qputenv("CANBUS_BOX_PORT", QFile::encodeName(o.port));
+    if (!o.mcuPort.isEmpty())
+        qputenv("CANBUS_MCU_PORT", QFile::encodeName(o.mcuPort));
     DataSaveControl::reload();
 
     canbox::quitOnTerminationSignals();
@@ -186,20 +226,41 @@ int main(int argc, char** argv)
     host::routeModuleLog(&output, o.trace);
 
     const int protocol = chooseProtocol(o.protocol);
-    output.info(QStringLiteral("protocol %1 on %2; data folder %3").arg(protocol).arg(o.port, dataDir));
-
     host::Host host({o.plugin, protocol}, output);
     QString error;
-    switch (host.start(&error)) {
-    case host::Host::Started:
-        break;
-    case host::Host::NoSuchProtocol:
-        usageError(error);
-    case host::Host::Failed:
+    if (!o.port.isEmpty()) {
+        output.info(QStringLiteral("protocol %1 on %2; data folder %3").arg(protocol).arg(o.port, dataDir));
+        switch (host.start(&error)) {
+        case host::Host::Started:
+            break;
+        case host::Host::NoSuchProtocol:
+            usageError(error);
+        case host::Host::Failed:
+            return failure(error);
+        }
+    } else if (!host.load(&error)) {
         return failure(error);
     }
-    host.readCommands();
-    output.info(QStringLiteral("running; type 'help' for commands"));
+
+    std::unique_ptr<host::McuHost> mcu;
+    if (!o.mcuPort.isEmpty()) {
+        output.info(QStringLiteral("MCU link on %1").arg(o.mcuPort));
+        mcu.reset(new host::McuHost(output));
+        if (!mcu->start(host.pluginPath(), &error))
+            return failure(error);
+        if (!o.mcuUpdate.isEmpty()) {
+            // The MCU's last frame is answered before the result is out; the answer
+            // gets a moment on the wire before the port closes.
+            QObject::connect(mcu.get(), &host::McuHost::updateFinished, &app, [](int result) {
+                QTimer::singleShot(200, [result] { QCoreApplication::exit(result == 0 ? ExitOk : ExitFailure); });
+            });
+            mcu->startUpdate(o.mcuUpdate);
+        }
+    }
+    if (!o.port.isEmpty()) {
+        host.readCommands();
+        output.info(QStringLiteral("running; type 'help' for commands"));
+    }
     if (o.durationS > 0)
         QTimer::singleShot(int(o.durationS * 1000), &app, &QCoreApplication::quit);
     return app.exec();

@@ -16,7 +16,7 @@ QtMessageHandler g_previousHandler = nullptr;
 QLoggingCategory::CategoryFilter g_previousFilter = nullptr;
 
 // The categories whose debug lines carry the frames.
-constexpr const char* kTracedCategories[] = {"canbus.link", "canbus.manager"};
+constexpr const char* kTracedCategories[] = {"canbus.link", "canbus.manager", "canbus.mcu"};
 
 // What the module's functions are doing to the link, as the trace line names it.
 struct Action
@@ -27,6 +27,17 @@ struct Action
 constexpr Action kActions[] = {
     {"sendCanbusData", "write"},
     {"setData", "read"},
+};
+
+// The MCU link labels its frames in the message itself.
+struct Label
+{
+    const char* prefix;
+    const char* label;
+};
+constexpr Label kLabels[] = {
+    {"recv: ", "read"},
+    {"send: ", "write"},
 };
 
 bool isModuleCategory(const char* name)
@@ -80,6 +91,11 @@ QString shortened(const QString& message)
     for (const Action& a : kActions) {
         if (m.captured(1) == QLatin1String(a.function))
             return QLatin1String(a.label) + QLatin1Char(' ') + bytesText(m.captured(2));
+    }
+    const QString text = m.captured(2);
+    for (const Label& l : kLabels) {
+        if (text.startsWith(QLatin1String(l.prefix)))
+            return QLatin1String(l.label) + QLatin1Char(' ') + bytesText(text.mid(int(qstrlen(l.prefix))));
     }
     return m.captured(1) + QLatin1Char(' ') + m.captured(2);
 }
