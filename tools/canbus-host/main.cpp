@@ -15,6 +15,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <memory>
+#include <tuple>
 #include <unistd.h>
 
 #include "datasavecontrol.h"
@@ -167,12 +168,18 @@ int chooseProtocol(int asked)
     return stored > 0 ? stored : kDefaultProtocol;
 }
 
-// Whether this user may open the port at all; the module itself only logs a failure.
-QString portProblem(const QString& port)
+// Why this user can't open a port the host is to use, or nothing; the module itself
+// would only log a failure. No path: that port isn't used.
+QString portProblem(const QString& port, const char* option, const char* simulator)
 {
+    if (port.isEmpty())
+        return QString();
+    if (!QFileInfo::exists(port))
+        return QStringLiteral("no serial port at %1 (start %2 and give %3 the path it prints)")
+            .arg(port, QLatin1String(simulator), QLatin1String(option));
     const int fd = ::open(QFile::encodeName(port).constData(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
     if (fd < 0)
-        return QString::fromLocal8Bit(std::strerror(errno));
+        return QStringLiteral("cannot open %1: %2").arg(port, QString::fromLocal8Bit(std::strerror(errno)));
     ::close(fd);
     return QString();
 }
@@ -188,19 +195,11 @@ int main(int argc, char** argv)
 
     if (!QFileInfo::exists(o.plugin))
         return failure(QStringLiteral("no plug-in at %1 (build the target canbusmodule, or give --plugin)").arg(o.plugin));
-    if (!o.port.isEmpty()) {
-        if (!QFileInfo::exists(o.port))
-            return failure(QStringLiteral("no serial port at %1 (start canbox-sim and give --port the path it prints)").arg(o.port));
-        const QString problem = portProblem(o.port);
+    for (const auto& [port, option, simulator] : {std::make_tuple(o.port, "--port", "canbox-sim"),
+                                                   std::make_tuple(o.mcuPort, "--mcu-port", "mcu-sim")}) {
+        const QString problem = portProblem(port, option, simulator);
         if (!problem.isEmpty())
-            return failure(QStringLiteral("cannot open %1: %2").arg(o.port, problem));
-    }
-    if (!o.mcuPort.isEmpty()) {
-        if (!QFileInfo::exists(o.mcuPort))
-            return failure(QStringLiteral("no serial port at %1 (start mcu-sim and give --mcu-port the path it prints)").arg(o.mcuPort));
-        const QString problem = portProblem(o.mcuPort);
-        if (!problem.isEmpty())
-            return failure(QStringLiteral("cannot open %1: %2").arg(o.mcuPort, problem));
+            return failure(problem);
     }
 
     // The platform reads these on first use: they are set before anything starts.
