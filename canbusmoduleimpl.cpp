@@ -10,13 +10,13 @@
 #include "datasavecontrol.h"
 #include "datetimectrl.h"
 #include "modulemanager.h"
+#include "portrecovery.h"
 #include "signalwiring.h"
 
 #define TAG "[CanbusModuleImpl]"
 
 namespace {
 constexpr int kProductionTestPeriodMs = 1000;
-constexpr int kReopenPeriodMs = 1000;
 
 QObject* peerObject(const char* name)
 {
@@ -76,7 +76,11 @@ void CanbusModuleImpl::initSerialPort()
         return;
     serialPort = new QSerialPort;
     connect(serialPort, &QSerialPort::readyRead, this, &CanbusModuleImpl::onReadyRead);
-    connect(serialPort, &QSerialPort::errorOccurred, this, &CanbusModuleImpl::onPortError);
+    // The driver, its records and the handshake state survive a lost device; a box
+    // that lost power with its cable may have to be greeted again.
+    recovery = new PortRecovery(
+        serialPort, lcCanbusLink, QStringLiteral(TAG), [this] { return openPort(portRate); },
+        [this] { canObj->sendConnectData(); });
 }
 
 void CanbusModuleImpl::onSetBaudRate(int rate)
@@ -89,10 +93,7 @@ void CanbusModuleImpl::onSetBaudRate(int rate)
     if (!serialPort)
         initSerialPort();
     // A new rate replaces any recovery under way at the old one.
-    if (reopenTimerId) {
-        killTimer(reopenTimerId);
-        reopenTimerId = 0;
-    }
+    recovery->cancel();
     portRate = rate;
     if (openPort(rate)) {
         CB_DEBUG(lcCanbusLink, TAG) << "onSetBaudRate" << "reset serialport successed";
@@ -110,37 +111,6 @@ bool CanbusModuleImpl::openPort(int rate)
     serialPort->setStopBits(QSerialPort::OneStop);
     serialPort->setParity(QSerialPort::NoParity);
     return serialPort->open(QIODevice::ReadWrite);
-}
-
-// A device that goes away (a pulled adapter, the far end of a pseudo-terminal closing)
-// reports its error again and again until the port is closed, so the first report
-// closes it; the link then looks for the device once a second, quietly, until it is
-// back. The driver, its records and the handshake are left as they are.
-void CanbusModuleImpl::onPortError(QSerialPort::SerialPortError error)
-{
-    const bool lost = error == QSerialPort::ResourceError || error == QSerialPort::ReadError
-        || error == QSerialPort::WriteError || error == QSerialPort::DeviceNotFoundError;
-    if (!lost || !serialPort->isOpen())
-        return;
-    CB_ERROR(lcCanbusLink, TAG) << "port lost:" << serialPort->errorString()
-                                << "- reopening every" << kReopenPeriodMs << "ms";
-    serialPort->close();
-    serialPort->clearError();
-    if (reopenTimerId == 0)
-        reopenTimerId = startTimer(kReopenPeriodMs, Qt::CoarseTimer);
-}
-
-void CanbusModuleImpl::tryReopen()
-{
-    if (serialPort->isOpen() || openPort(portRate)) {
-        killTimer(reopenTimerId);
-        reopenTimerId = 0;
-        CB_ERROR(lcCanbusLink, TAG) << "port reopened:" << boxPortName();
-        // A box that lost power with its cable may have to be greeted again.
-        canObj->sendConnectData();
-        return;
-    }
-    serialPort->clearError();
 }
 
 void CanbusModuleImpl::onReadyRead()
@@ -255,11 +225,6 @@ void CanbusModuleImpl::entryProductionTestMode(bool on, int id)
 
 void CanbusModuleImpl::timerEvent(QTimerEvent* event)
 {
-    if (reopenTimerId != 0 && event->timerId() == reopenTimerId) {
-        tryReopen();
-        event->accept();
-        return;
-    }
     if (testTimerId != 0 && event->timerId() == testTimerId) {
         sendCanbusData(testPattern);
         event->accept();

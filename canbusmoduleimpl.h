@@ -12,6 +12,7 @@
 class AirData;
 class CanObj;
 class CanbusModule;
+class PortRecovery;
 
 class CanbusModuleImpl : public QObject
 {
@@ -50,13 +51,9 @@ public slots:
 protected:
     void timerEvent(QTimerEvent* event) override;
 
-private slots:
-    void onPortError(QSerialPort::SerialPortError error);
-
 private:
     void checkProductionTestData(const QByteArray& data);
     bool openPort(int rate);
-    void tryReopen();
 
     CanbusModule* module;
     bool firstFrameReady = false;
@@ -69,7 +66,7 @@ private:
     QByteArray testRxBuffer;
     QByteArray testPattern;
 
-    // A port that was open and failed is reopened at the same rate once a second.
+    // A port that was open and failed is reopened at the same rate.
     int portRate = 0;
-    int reopenTimerId = 0;
+    PortRecovery* recovery = nullptr;   // the port's child
 };

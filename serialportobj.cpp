@@ -23,6 +23,7 @@
 #include "longpresskey.h"
 #include "modulemanager.h"
 #include "muteobj.h"
+#include "portrecovery.h"
 #include "tqplatformcontrol.h"
 
 using canbus::byteAt;
@@ -268,6 +269,12 @@ SerialPortObj::SerialPortObj(QObject* parent)
     if (port->open(QIODevice::ReadWrite)) {
         connect(port, &QSerialPort::readyRead, this, &SerialPortObj::onReadyRead);
         longPress->armTimer();
+        // The port keeps its name and settings while closed, so reopening it is all a
+        // lost MCU needs; the connection and the timers carry on. A frame cut off by
+        // the loss must not be completed by the new device's bytes.
+        new PortRecovery(
+            port, lcCanbusMcu, QLatin1String(TAG), [this] { return port->open(QIODevice::ReadWrite); },
+            [this] { rxBuffer.clear(); });
         CB_DEBUG(lcCanbusMcu, TAG) << "init successed" << port->portName();
     } else {
         CB_ERROR(lcCanbusMcu, TAG) << "open port fail." << QStringLiteral("\"%1\"").arg(port->errorString());

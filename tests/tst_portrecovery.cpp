@@ -14,20 +14,9 @@
 #include "platform.h"
 #include "ptypair.h"
 #include "recordingdriver.h"
+#include "warningcounter.h"
 
 namespace {
-
-int linkWarnings = 0;
-QtMessageHandler previousHandler = nullptr;
-
-void countLinkWarnings(QtMsgType type, const QMessageLogContext& context, const QString& text)
-{
-    if (type == QtWarningMsg && qstrcmp(context.category, "canbus.link") == 0) {
-        ++linkWarnings;
-        return;
-    }
-    previousHandler(type, context, text);
-}
 
 // Points `link` at a new pseudo-terminal's slave in one step, as udev would.
 bool pointAt(const QString& link, const QString& target)
@@ -69,7 +58,7 @@ void TestPortRecovery::boxComesBackTwentyTimes()
     RecordingDriver* driver = recording.driver();
     QVERIFY(driver);
 
-    previousHandler = qInstallMessageHandler(countLinkWarnings);
+    auto linkWarnings = std::make_unique<WarningCounter>("canbus.link");
     const int cycles = 20;
     for (int cycle = 0; cycle < cycles; ++cycle) {
         // The box is up: a frame is acknowledged and decoded.
@@ -92,13 +81,14 @@ void TestPortRecovery::boxComesBackTwentyTimes()
         box = std::make_unique<PtyPair>();
         QVERIFY(pointAt(devicePath, box->slavePath()));
     }
-    qInstallMessageHandler(previousHandler);
+    const int warnings = linkWarnings->count();
+    linkWarnings.reset();
 
     // The same driver carried on throughout, and the log stayed short: at most a
     // line for each loss and each return.
     QCOMPARE(recording.driver(), driver);
     QCOMPARE(CanObj::instance()->currentDriver(), driver);
-    QVERIFY2(linkWarnings <= 2 * cycles + 2, qPrintable(QString::number(linkWarnings)));
+    QVERIFY2(warnings <= 2 * cycles + 2, qPrintable(QString::number(warnings)));
     delete CanObj::instance();
 }
 
