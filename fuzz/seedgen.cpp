@@ -18,6 +18,7 @@
 
 #include "commandcase.h"
 #include "driverfactory.h"
+#include "fixedrandom.h"
 #include "framefamily.h"
 #include "receivecase.h"
 #include "scenario.h"
@@ -37,22 +38,7 @@ bool writeSeed(const QString& dir, const QString& name, const QByteArray& bytes)
     return true;
 }
 
-// A small fixed generator: the same seeds on every run.
-class Lcg
-{
-public:
-    explicit Lcg(quint32 seed) : m_state(seed * 2654435761u + 1u) {}
-    quint32 next(quint32 bound)
-    {
-        m_state = m_state * 1664525u + 1013904223u;
-        return (m_state >> 8) % bound;
-    }
-
-private:
-    quint32 m_state;
-};
-
-QList<QByteArray> cutAnywhere(const QByteArray& stream, Lcg& rng)
+QList<QByteArray> cutAnywhere(const QByteArray& stream, FixedRandom& rng)
 {
     QList<QByteArray> reads;
     for (int pos = 0; pos < stream.size();) {
@@ -93,7 +79,7 @@ bool writeReceiveSeeds(const QString& scenarioDir, const QString& out)
     for (int i = 0; i < count; ++i) {
         const canbus::DriverEntry& e = canbusfuzz::FuzzModule::entry(quint8(i));
         const quint8 index = quint8(i);
-        Lcg rng(quint32(e.id));
+        FixedRandom rng(quint32(e.id));
 
         for (const QString& file : scenarioFiles(scenarioDir, e.id)) {
             const QList<QByteArray> frames = scenarioFrames(file, e.family);

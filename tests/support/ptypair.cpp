@@ -22,6 +22,9 @@ PtyPair::PtyPair()
     cfmakeraw(&raw);
     tcsetattr(m_slave, TCSANOW, &raw);
     fcntl(m_master, F_SETFL, fcntl(m_master, F_GETFL) | O_NONBLOCK);
+    // Processes started meanwhile must not hold the pair open.
+    fcntl(m_master, F_SETFD, FD_CLOEXEC);
+    fcntl(m_slave, F_SETFD, FD_CLOEXEC);
     m_slavePath = QString::fromLocal8Bit(name);
 }
 
@@ -70,4 +73,22 @@ QByteArray PtyPair::read(int minBytes, int timeoutMs)
 QByteArray PtyPair::drain(int ms)
 {
     return read(0, ms);
+}
+
+QByteArray PtyPair::readAvailable()
+{
+    QByteArray got;
+    char chunk[512];
+    ssize_t n;
+    while (m_master >= 0 && (n = ::read(m_master, chunk, sizeof chunk)) > 0)
+        got.append(chunk, int(n));
+    return got;
+}
+
+QByteArray PtyPair::waitForBytes(int timeoutMs)
+{
+    pollfd p{m_master, POLLIN, 0};
+    if (m_master < 0 || ::poll(&p, 1, timeoutMs) <= 0 || !(p.revents & POLLIN))
+        return QByteArray();
+    return readAvailable();
 }

@@ -1,6 +1,7 @@
 #pragma once
-// A pseudo-terminal pair for tests that play the far end of a serial link: the code
-// under test opens slavePath() with QSerialPort, the test reads and writes the master.
+// A pseudo-terminal pair for tests and benchmarks that play the far end of a serial
+// link: the code under test opens slavePath() with QSerialPort, the test reads and
+// writes the master.
 
 #include <QByteArray>
 #include <QString>
@@ -23,6 +24,10 @@ public:
     QByteArray read(int minBytes, int timeoutMs = 2000);
     // Runs the event loop for ms and returns whatever arrived.
     QByteArray drain(int ms = 50);
+    // Without the event loop: what has arrived, at once; or the first bytes to arrive
+    // within timeoutMs, empty if none came.
+    QByteArray readAvailable();
+    QByteArray waitForBytes(int timeoutMs);
     // Closes the master: the slave side sees the far end go away.
     void closeMaster();
 
