@@ -331,10 +331,15 @@ void SerialPortObj::onReadyRead()
         const QByteArray chunk = port->readAll();
         if (chunk.isEmpty())
             break;
-        CB_DEBUG(lcCanbusMcu, TAG) << "recv:" << canbus::hexDump(chunk);
-        rxBuffer.append(chunk);
-        parseBuffer();
+        receive(chunk);
     }
+}
+
+void SerialPortObj::receive(const QByteArray& bytes)
+{
+    CB_DEBUG(lcCanbusMcu, TAG) << "recv:" << canbus::hexDump(bytes);
+    rxBuffer.append(bytes);
+    parseBuffer();
 }
 
 // Takes every whole frame off the front of the buffer. Bytes that can't start a

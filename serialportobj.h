@@ -44,6 +44,10 @@ public:
     void sendKeyToQt(int key, int pressed);
     bool checkKeyLongPressed(bool pressed, int key, int longKey);
 
+    // Bytes as they came from the MCU, cut anywhere: what onReadyRead() reads goes
+    // here, and so can bytes from anywhere else (a replay, a fuzzer).
+    void receive(const QByteArray& bytes);
+
     // Feeds a firmware file to the MCU, which asks for it packet by packet.
     Q_INVOKABLE void startMcuUpdate(const QString& path);
 

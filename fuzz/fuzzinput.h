@@ -8,6 +8,7 @@
 // replay captured inputs with the ordinary compiler.
 
 #include <QByteArray>
+#include <QList>
 #include <QString>
 #include <QtGlobal>
 
@@ -73,5 +74,36 @@ private:
     std::size_t m_front;
     std::size_t m_back;
 };
+
+// The rest of an input as reads: the bytes from the front, the size of each read in
+// turn from the back (1 to 255; 0 means "all the rest"). The two meet in the middle, so
+// that a mutation of the bytes leaves the cut points alone and the other way round.
+inline QList<QByteArray> takeReads(FuzzInput& in)
+{
+    QList<QByteArray> reads;
+    while (!in.empty()) {
+        const quint8 n = in.backByte();
+        const QByteArray read = in.bytes(n == 0 ? in.remaining() : n);
+        if (!read.isEmpty())
+            reads.append(read);
+    }
+    return reads;
+}
+
+// The tail of an input that takeReads() reads as these reads; a read longer than 255
+// bytes is cut in two.
+inline QByteArray encodeReads(const QList<QByteArray>& reads)
+{
+    QByteArray stream;
+    QByteArray sizes;
+    for (const QByteArray& read : reads) {
+        for (int pos = 0; pos < read.size(); pos += 255) {
+            const QByteArray part = read.mid(pos, 255);
+            stream += part;
+            sizes.prepend(char(part.size()));
+        }
+    }
+    return stream + sizes;
+}
 
 } // namespace canbusfuzz

@@ -1,6 +1,6 @@
 #pragma once
-// What both fuzz targets do once per process: one application object for the timers
-// and deferred deletes of the drivers, quiet logging, and the module they share.
+// What the fuzz targets do once per process: one application object for the timers
+// and deferred deletes, quiet logging, and the module the box targets share.
 
 #include <QCoreApplication>
 #include <QDir>
@@ -23,21 +23,27 @@ inline void quietMessages(QtMsgType type, const QMessageLogContext&, const QStri
         std::fprintf(stderr, "%s\n", qPrintable(text));
 }
 
+// Once per process: the application object, quiet messages and logging.
+inline void setUpProcess(int* argc, char*** argv)
+{
+    qInstallMessageHandler(quietMessages);
+    QLoggingCategory::setFilterRules(QStringLiteral("canbus.*=false"));
+    static int fallbackArgc = 1;
+    static char name[] = "canbus-fuzz";
+    static char* fallbackArgv[] = {name, nullptr};
+    if (QCoreApplication::instance())
+        return;
+    if (argc && argv)
+        new QCoreApplication(*argc, *argv);
+    else
+        new QCoreApplication(fallbackArgc, fallbackArgv);
+}
+
 // Created on the first call and kept until the process ends.
 inline FuzzModule& fuzzModule(int* argc = nullptr, char*** argv = nullptr)
 {
     static FuzzModule* module = [argc, argv] {
-        qInstallMessageHandler(quietMessages);
-        QLoggingCategory::setFilterRules(QStringLiteral("canbus.*=false"));
-        static int fallbackArgc = 1;
-        static char name[] = "canbus-fuzz";
-        static char* fallbackArgv[] = {name, nullptr};
-        if (!QCoreApplication::instance()) {
-            if (argc && argv)
-                new QCoreApplication(*argc, *argv);
-            else
-                new QCoreApplication(fallbackArgc, fallbackArgv);
-        }
+        setUpProcess(argc, argv);
         auto* created = new FuzzModule;
         // The module lives as long as the process, so its settings directory would
         // outlive it; the engine ends a run with exit(), which runs this.

@@ -26,28 +26,14 @@ inline ReceiveCase decodeReceive(FuzzInput in)
 {
     ReceiveCase c;
     c.driverIndex = in.byte();
-    while (!in.empty()) {
-        const quint8 n = in.backByte();
-        const QByteArray read = in.bytes(n == 0 ? in.remaining() : n);
-        if (!read.isEmpty())
-            c.reads.append(read);
-    }
+    c.reads = takeReads(in);
     return c;
 }
 
 // The input that decodes to these reads; a read longer than 255 bytes is cut in two.
 inline QByteArray encodeReceive(quint8 driverIndex, const QList<QByteArray>& reads)
 {
-    QByteArray stream;
-    QByteArray sizes;
-    for (const QByteArray& read : reads) {
-        for (int pos = 0; pos < read.size(); pos += 255) {
-            const QByteArray part = read.mid(pos, 255);
-            stream += part;
-            sizes.prepend(char(part.size()));
-        }
-    }
-    return QByteArray(1, char(driverIndex)) + stream + sizes;
+    return QByteArray(1, char(driverIndex)) + encodeReads(reads);
 }
 
 // Returns the first malformed frame the driver sent back, or an empty array.

@@ -3,7 +3,7 @@
 # in build-fuzz/ and runs each in turn, one at a time.
 #
 #   fuzz/run.sh [SECONDS]    SECONDS in all (default 600), split evenly between the targets
-#   fuzz/run.sh --smoke      a short run for CI: 20 seconds in all
+#   fuzz/run.sh --smoke      a short run for CI: 30 seconds in all
 #
 # Corpora live in build-fuzz/corpus/<target> and grow from run to run; they start from
 # the box scenarios in scenarios/ and from frames of every driver's family. Findings
@@ -18,7 +18,7 @@ root=$PWD
 
 total=600
 case "${1:-}" in
-    --smoke) total=20 ;;
+    --smoke) total=30 ;;
     "") ;;
     *[!0-9]*) echo "usage: $0 [SECONDS | --smoke]" >&2; exit 2 ;;
     *) total=$1 ;;
@@ -27,7 +27,7 @@ esac
 scripts/deps.sh clang libclang-rt-14-dev llvm-14
 
 build=build-fuzz
-targets=(fuzz_receive fuzz_commands)
+targets=(fuzz_receive fuzz_commands fuzz_mcu)
 per_target=$(( total / ${#targets[@]} ))
 [ "$per_target" -ge 1 ] || per_target=1
 

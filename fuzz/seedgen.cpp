@@ -6,7 +6,9 @@
 // read by read, all in one go and cut at odd places, and for every driver frames of
 // all 256 types of its family. fuzz_commands gets, for every driver, every command
 // key of the dictionary with the usual values, and one of each other request, once on
-// a fresh driver and once after the box's frames have filled its records.
+// a fresh driver and once after the box's frames have filled its records. fuzz_mcu
+// gets the MCU scenarios (scenarios/mcu/) read by read and cut at odd places, and whole
+// firmware updates of a few sizes, with a request out of range among them.
 
 #include <QCoreApplication>
 #include <QDir>
@@ -19,6 +21,9 @@
 #include "commandcase.h"
 #include "driverfactory.h"
 #include "fixedrandom.h"
+#include "mcucase.h"
+#include "mcuscenario.h"
+#include "mcusimulator.h"
 #include "framefamily.h"
 #include "receivecase.h"
 #include "scenario.h"
@@ -233,6 +238,38 @@ bool writeCommandSeeds(const QString& scenarioDir, const QString& dictionary, co
 
 } // namespace
 
+bool writeMcuSeeds(const QString& scenarioDir, const QString& out)
+{
+    bool ok = true;
+    FixedRandom rng(4242);
+    const QDir dir(scenarioDir + QStringLiteral("/mcu"));
+    for (const QString& file : dir.entryList({QStringLiteral("*.json")}, QDir::Files, QDir::Name)) {
+        McuScenario scenario;
+        QString error;
+        if (!loadMcuScenario(dir.filePath(file), scenario, error)) {
+            std::fprintf(stderr, "%s\n", qPrintable(error));
+            ok = false;
+            continue;
+        }
+        QList<QByteArray> frames;
+        for (const McuScenarioFrame& frame : scenario.frames)
+            frames.append(frame.bytes);
+        const QString base = QStringLiteral("seed-mcu-%1").arg(QFileInfo(file).baseName());
+        ok &= writeSeed(out, base + QStringLiteral("-frames"), canbusfuzz::encodeMcu(false, 0, frames));
+        ok &= writeSeed(out, base + QStringLiteral("-cut"), canbusfuzz::encodeMcu(false, 0, cutAnywhere(frames.join(), rng)));
+    }
+    // Whole updates as the MCU runs them: ready, every packet asked for, done.
+    for (const int size : {1, 128, 129, 1000, canbusfuzz::kMaxFirmwareSize}) {
+        const quint32 packets = quint32((size + 127) / 128);
+        QList<QByteArray> replies{mcusim::updateReadyFrame(), mcusim::packetRequestFrame(packets)};
+        for (quint32 n = 0; n < packets; ++n)
+            replies.append(mcusim::packetRequestFrame(n));
+        replies.append(mcusim::updateDoneFrame());
+        ok &= writeSeed(out, QStringLiteral("seed-mcu-update-%1").arg(size), canbusfuzz::encodeMcu(true, size, replies));
+    }
+    return ok;
+}
+
 int main(int argc, char** argv)
 {
     QCoreApplication app(argc, argv);
@@ -243,11 +280,13 @@ int main(int argc, char** argv)
     const QString corpus = QString::fromLocal8Bit(argv[3]);
     const QString receive = corpus + QStringLiteral("/fuzz_receive");
     const QString commands = corpus + QStringLiteral("/fuzz_commands");
-    if (!QDir().mkpath(receive) || !QDir().mkpath(commands)) {
+    const QString mcu = corpus + QStringLiteral("/fuzz_mcu");
+    if (!QDir().mkpath(receive) || !QDir().mkpath(commands) || !QDir().mkpath(mcu)) {
         std::fprintf(stderr, "cannot create %s\n", qPrintable(corpus));
         return 1;
     }
     const bool ok = writeReceiveSeeds(QString::fromLocal8Bit(argv[1]), receive)
-        && writeCommandSeeds(QString::fromLocal8Bit(argv[1]), QString::fromLocal8Bit(argv[2]), commands);
+        && writeCommandSeeds(QString::fromLocal8Bit(argv[1]), QString::fromLocal8Bit(argv[2]), commands)
+        && writeMcuSeeds(QString::fromLocal8Bit(argv[1]), mcu);
     return ok ? 0 : 1;
 }

@@ -9,6 +9,7 @@
 #include <memory>
 
 #include "../fuzz/commandcase.h"
+#include "../fuzz/mcucase.h"
 #include "../fuzz/receivecase.h"
 #include "recordingdriver.h"
 
@@ -24,6 +25,8 @@ private slots:
     void receiveLayout();
     void encodedReadsComeBack_data();
     void encodedReadsComeBack();
+    void mcuCaseComesBack_data();
+    void mcuCaseComesBack();
     void replay_data();
     void replay();
     void sourceNumbersOutsideTheEnumerationStayOut_data();
@@ -96,6 +99,28 @@ void TestFuzzRegressions::encodedReadsComeBack()
     const ReceiveCase split = decodeReceive(FuzzInput(encodeReceive(0, {big})));
     QCOMPARE(split.reads.size(), 3);
     QCOMPARE(split.reads.join(), big);
+}
+
+// The update's flag and firmware size share the first two bytes.
+void TestFuzzRegressions::mcuCaseComesBack_data()
+{
+    QTest::addColumn<bool>("update");
+    QTest::addColumn<int>("size");
+    QTest::addRow("no update") << false << 0;
+    QTest::addRow("1 byte") << true << 1;
+    QTest::addRow("129 bytes") << true << 129;
+    QTest::addRow("largest") << true << kMaxFirmwareSize;
+}
+
+void TestFuzzRegressions::mcuCaseComesBack()
+{
+    QFETCH(bool, update);
+    QFETCH(int, size);
+    const QList<QByteArray> reads{QByteArray::fromHex("2e0901"), QByteArray::fromHex("0000ff55")};
+    const McuCase c = decodeMcu(FuzzInput(encodeMcu(update, size, reads)));
+    QCOMPARE(c.update, update);
+    QCOMPARE(c.firmwareSize, size);
+    QCOMPARE(c.reads, reads);
 }
 
 void TestFuzzRegressions::replay_data()
