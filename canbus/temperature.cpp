@@ -20,7 +20,7 @@ SetPoint commonSetPoint(int value, bool fahrenheit)
     } else if (value >= kFirstDegree && value <= kLastDegree) {
         p.keepText = false;
         p.text = fahrenheit ? QString::number(value + kFahrenheitOffset)
-                            : QString::number(16.0 + 0.5 * (value - 1), 'f', 1);
+                            : tenthsText(160 + 5 * (value - 1));
     }
     return p;
 }
@@ -55,6 +55,24 @@ QString outdoorTemperatureText(double value, bool fahrenheit)
         text = QStringLiteral("0");
     text.append(QChar(fahrenheit ? kFahrenheitSign : kCelsiusSign));
     return text;
+}
+
+QString tenthsText(int tenths)
+{
+    // Digits from the back; the magnitude of INT_MIN fits in 64 bits.
+    char text[16];
+    char* p = text + sizeof text;
+    qint64 magnitude = tenths < 0 ? -qint64(tenths) : qint64(tenths);
+    *--p = char('0' + magnitude % 10);
+    *--p = '.';
+    magnitude /= 10;
+    do {
+        *--p = char('0' + magnitude % 10);
+        magnitude /= 10;
+    } while (magnitude > 0);
+    if (tenths < 0)
+        *--p = '-';
+    return QString::fromLatin1(p, int(text + sizeof text - p));
 }
 
 } // namespace canbus

@@ -87,4 +87,9 @@ constexpr char16_t kFahrenheitSign = u'\u2109';
 // "21.5℃", "21℃", "-3℉": one decimal, a whole number without its ".0", then the sign.
 QString outdoorTemperatureText(double value, bool fahrenheit);
 
+// Tenths of a degree with one decimal, "22.5", "-0.5", "16.0": what
+// QString::number(tenths / 10.0, 'f', 1) writes, without formatting a double, which
+// costs more than the rest of a climate frame.
+QString tenthsText(int tenths);
+
 } // namespace canbus

@@ -91,6 +91,8 @@ private slots:
 
     void outdoorText_data();
     void outdoorText();
+    void tenthsTextAsADoubleWouldRead_data();
+    void tenthsTextAsADoubleWouldRead();
     void outdoorUpdateSignalsOnlyOnChange();
     void outdoorBodyHalfComparesUnitAndTenths();
 
@@ -261,6 +263,19 @@ void TestCommonBehaviours::outdoorText()
     QFETCH(double, value);
     QFETCH(bool, fahrenheit);
     QTEST(outdoorTemperatureText(value, fahrenheit), "text");
+}
+
+void TestCommonBehaviours::tenthsTextAsADoubleWouldRead_data()
+{
+    QTest::addColumn<int>("tenths");
+    for (const int tenths : {0, 5, 9, 10, 160, 165, 295, 1234, -1, -5, -10, -75, 2147483647, -2147483647 - 1})
+        QTest::addRow("%d", tenths) << tenths;
+}
+
+void TestCommonBehaviours::tenthsTextAsADoubleWouldRead()
+{
+    QFETCH(int, tenths);
+    QCOMPARE(tenthsText(tenths), QString::number(tenths / 10.0, 'f', 1));
 }
 
 void TestCommonBehaviours::outdoorUpdateSignalsOnlyOnChange()

@@ -21,7 +21,7 @@ constexpr int kFirstRearDegree = 2;   // the rear zone reads one value further d
 QString setPointText(int value)
 {
     const int tenths = 180 + (value - 1) * 5 / 2;
-    return QString::number(tenths / 10.0, 'f', 1);
+    return canbus::tenthsText(tenths);
 }
 
 // The panel's buttons and their codes in the 0xA8 frame; on a right-hand-drive
