@@ -113,7 +113,7 @@ void BoxSimulator::onHeadUnitFrame(const LinkItem& item)
 {
     const FrameParts parts = frameParts(m_family, item.bytes);
     emit happened(BoxEvent{BoxEvent::Received, parts.type, parts.data, item.bytes,
-                        linkMeaning(m_family, parts), false});
+                           linkMeaning(m_family, parts), false});
     // The acknowledgement goes out first, then whatever the frame asks for.
     if (!item.reply.isEmpty())
         queue(item.reply, BoxEvent{BoxEvent::AckSent, parts.type, {}, item.reply, {}, false});
