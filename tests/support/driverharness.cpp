@@ -55,3 +55,24 @@ QList<int> DriverHarness::keyEvents() const
         out << key.first << key.second;
     return out;
 }
+
+void DriverHarness::watchActivity()
+{
+    m_driverSignals.clear();
+    const QMetaObject* meta = driver()->metaObject();
+    for (int i = QObject::staticMetaObject.methodCount(); i < meta->methodCount(); ++i) {
+        const QMetaMethod method = meta->method(i);
+        if (method.methodType() == QMetaMethod::Signal)
+            m_driverSignals.push_back(std::make_unique<QSignalSpy>(driver(), QByteArray("2" + method.methodSignature()).constData()));
+    }
+    m_keysBefore = keys().size();
+    m_sentBefore = sentFrames().size();
+}
+
+int DriverHarness::activity() const
+{
+    int n = keys().size() - m_keysBefore + sentFrames().size() - m_sentBefore;
+    for (const auto& spy : m_driverSignals)
+        n += spy->count();
+    return n;
+}

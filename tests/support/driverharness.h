@@ -8,6 +8,7 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <memory>
+#include <vector>
 
 #include "canobj.h"
 #include "inputinjector.h"
@@ -35,8 +36,16 @@ public:
     QList<int> keyEvents() const;
     RecordingInputInjector& injector() { return m_injector; }
 
+    // Everything the current driver does from now on: each of its signals, each key it
+    // injects and each frame it sends; activity() counts them all.
+    void watchActivity();
+    int activity() const;
+
 private:
     QTemporaryDir m_dataDir;
     RecordingInputInjector m_injector;
     std::unique_ptr<QSignalSpy> m_sent;
+    std::vector<std::unique_ptr<QSignalSpy>> m_driverSignals;
+    int m_keysBefore = 0;
+    int m_sentBefore = 0;
 };
