@@ -4,8 +4,8 @@
 #include "datasavecontrol.h"
 #include "infomodule.h"
 #include "inputinjector.h"
-#include "kkmapkeys.h"
-#include "longpresskey.h"
+#include "common/kkmapkeys.h"
+#include "common/longpresskey.h"
 #include "modulemanager.h"
 
 CanbusInterface::CanbusInterface(QObject* parent)

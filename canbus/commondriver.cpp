@@ -3,7 +3,7 @@
 #include <QTimerEvent>
 #include <limits>
 
-#include "temperature.h"
+#include "common/temperature.h"
 
 using namespace canbus;
 

@@ -9,7 +9,7 @@
 
 #include "canbusinterface.h"
 #include "driverprofile.h"
-#include "keytable.h"
+#include "common/keytable.h"
 
 class CommonDriver : public CanbusInterface
 {

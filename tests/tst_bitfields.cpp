@@ -2,7 +2,7 @@
 
 #include <QtTest>
 
-#include "bitfields.h"
+#include "common/bitfields.h"
 
 namespace {
 

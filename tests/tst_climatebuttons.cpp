@@ -2,7 +2,7 @@
 
 #include <QtTest>
 
-#include "climatebuttons.h"
+#include "common/climatebuttons.h"
 
 using canbus::ClimateButton;
 

@@ -11,10 +11,10 @@
 #include "commondriver.h"
 #include "datasavecontrol.h"
 #include "inputinjector.h"
-#include "language.h"
+#include "common/language.h"
 #include "platform.h"
-#include "sourcestate.h"
-#include "temperature.h"
+#include "common/sourcestate.h"
+#include "common/temperature.h"
 
 using namespace canbus;
 

@@ -4,14 +4,14 @@
 #include <QSignalSpy>
 #include <QtTest>
 
-#include "bluetoothcalls.h"
+#include "common/bluetoothcalls.h"
 #include "commondriver.h"
 #include "datasavecontrol.h"
 #include "module.h"
 #include "modulemanager.h"
 #include "platform.h"
-#include "pressrelease.h"
-#include "vehiclemodel.h"
+#include "common/pressrelease.h"
+#include "common/vehiclemodel.h"
 
 namespace {
 

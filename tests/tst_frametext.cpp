@@ -2,7 +2,7 @@
 
 #include <QtTest>
 
-#include "frametext.h"
+#include "common/frametext.h"
 
 using canbus::Utf16Order;
 

@@ -4,7 +4,7 @@
 #include <QtTest>
 
 #include "framefamily.h"
-#include "payloadcache.h"
+#include "common/payloadcache.h"
 
 using canbus::PayloadCache;
 

@@ -7,7 +7,7 @@
 
 #include "canbusinterface.h"
 #include "framefamily.h"
-#include "statusframe.h"
+#include "common/statusframe.h"
 
 using canbus::StatusVariant;
 

@@ -3,7 +3,7 @@
 #include <QtTest>
 
 #include "framereader.h"
-#include "textcodec.h"
+#include "common/textcodec.h"
 
 using namespace canbus;
 

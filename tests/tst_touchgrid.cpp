@@ -4,7 +4,7 @@
 #include <QtTest>
 #include <limits>
 
-#include "touchgrid.h"
+#include "common/touchgrid.h"
 
 using canbus::GridColumn;
 using canbus::GridRow;

@@ -3,7 +3,7 @@
 #include <QtTest>
 #include <limits>
 
-#include "touchzones.h"
+#include "common/touchzones.h"
 
 namespace {
 

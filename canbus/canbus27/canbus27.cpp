@@ -1,8 +1,8 @@
 #include "canbus27.h"
 
 #include "framereader.h"
-#include "keytable.h"
-#include "temperature.h"
+#include "common/keytable.h"
+#include "common/temperature.h"
 
 using canbus::byteAt;
 

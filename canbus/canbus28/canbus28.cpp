@@ -2,12 +2,12 @@
 
 #include <QTimer>
 
-#include "bitfields.h"
+#include "common/bitfields.h"
 #include "dataindex28.h"
 #include "framereader.h"
-#include "keytable.h"
-#include "temperature.h"
-#include "textcodec.h"
+#include "common/keytable.h"
+#include "common/temperature.h"
+#include "common/textcodec.h"
 
 using canbus::bitOf;
 using canbus::bitsOf;

@@ -2,8 +2,8 @@
 // Both go out as [C6 02 code arg].
 #include "canbus28.h"
 
-#include "commandvalue.h"
-#include "language.h"
+#include "common/commandvalue.h"
+#include "common/language.h"
 
 namespace {
 

@@ -6,11 +6,11 @@
 #include <iterator>
 
 #include "drivingdata28.h"
-#include "bitfields.h"
+#include "common/bitfields.h"
 #include "dataindex28.h"
 #include "framereader.h"
 #include "settingspages28.h"
-#include "temperature.h"
+#include "common/temperature.h"
 
 using canbus::bitOf;
 using canbus::bitsOf;

@@ -2,12 +2,12 @@
 // the call state.
 #include "canbus28.h"
 
-#include "clockreport.h"
+#include "common/clockreport.h"
 #include "datetimectrl.h"
-#include "frametext.h"
-#include "mediatextreport.h"
-#include "sourcereport.h"
-#include "sourcestate.h"
+#include "common/frametext.h"
+#include "common/mediatextreport.h"
+#include "common/sourcereport.h"
+#include "common/sourcestate.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include "settingspages28.h"
 
 #include "dataindex28.h"
-#include "settingspage.h"
+#include "common/settingspage.h"
 
 using canbus::bitOf;
 using canbus::bitsOf;

@@ -1,9 +1,9 @@
 #include "canbus33.h"
 
-#include "bitfields.h"
+#include "common/bitfields.h"
 #include "framereader.h"
-#include "statusframe.h"
-#include "vehiclemodel.h"
+#include "common/statusframe.h"
+#include "common/vehiclemodel.h"
 
 
 namespace {

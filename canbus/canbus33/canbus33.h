@@ -9,9 +9,9 @@
 // The box answers the connect frame with its version (frame 0x30); only then does the
 // driver count it as connected. Drivers of later models of the make derive from it.
 
-#include "climatebuttons.h"
+#include "common/climatebuttons.h"
 #include "data33info.h"
-#include "payloadcache.h"
+#include "common/payloadcache.h"
 #include "recorddriver.h"
 
 class FrameReader;

@@ -3,9 +3,9 @@
 
 #include "canbus33.h"
 
-#include "climatebuttons.h"
+#include "common/climatebuttons.h"
 #include "framereader.h"
-#include "temperature.h"
+#include "common/temperature.h"
 
 
 namespace {

@@ -4,7 +4,7 @@
 #include "canbus33.h"
 
 #include "framereader.h"
-#include "keytable.h"
+#include "common/keytable.h"
 
 using canbus::KeyRow;
 

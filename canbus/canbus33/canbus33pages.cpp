@@ -4,7 +4,7 @@
 #include "canbus33.h"
 
 #include "framereader.h"
-#include "statusframe.h"
+#include "common/statusframe.h"
 
 
 namespace {

@@ -3,11 +3,11 @@
 
 #include "canbus33.h"
 
-#include "clockreport.h"
-#include "frametext.h"
-#include "language.h"
-#include "sourcestate.h"
-#include "touchzones.h"
+#include "common/clockreport.h"
+#include "common/frametext.h"
+#include "common/language.h"
+#include "common/sourcestate.h"
+#include "common/touchzones.h"
 
 namespace {
 

@@ -1,12 +1,12 @@
 #include "canbus72.h"
 
-#include "bluetoothcalls.h"
+#include "common/bluetoothcalls.h"
 #include "canbuscontrol.h"
 #include "framereader.h"
-#include "keytable.h"
-#include "statusframe.h"
-#include "temperature.h"
-#include "vehiclemodel.h"
+#include "common/keytable.h"
+#include "common/statusframe.h"
+#include "common/temperature.h"
+#include "common/vehiclemodel.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 // Most change signals of this box's frames go out only while the head unit is on.
 
 #include "data72info.h"
-#include "payloadcache.h"
+#include "common/payloadcache.h"
 #include "recorddriver.h"
 
 class FrameReader;

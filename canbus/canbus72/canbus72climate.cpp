@@ -6,8 +6,8 @@
 #include <iterator>
 
 #include "framereader.h"
-#include "pressrelease.h"
-#include "temperature.h"
+#include "common/pressrelease.h"
+#include "common/temperature.h"
 
 namespace {
 

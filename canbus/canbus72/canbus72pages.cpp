@@ -4,9 +4,9 @@
 
 #include "canbus72.h"
 
-#include "bitfields.h"
+#include "common/bitfields.h"
 #include "framereader.h"
-#include "statusframe.h"
+#include "common/statusframe.h"
 
 using canbus::bitOf;
 using canbus::bitsOf;

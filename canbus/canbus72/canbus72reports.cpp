@@ -5,12 +5,12 @@
 
 #include <QTimer>
 
-#include "clockreport.h"
+#include "common/clockreport.h"
 #include "datetimectrl.h"
-#include "frametext.h"
-#include "language.h"
-#include "sourcestate.h"
-#include "touchgrid.h"
+#include "common/frametext.h"
+#include "common/language.h"
+#include "common/sourcestate.h"
+#include "common/touchgrid.h"
 
 using canbus::GridColumn;
 using canbus::GridRow;

@@ -5,7 +5,7 @@
 
 #include <QString>
 
-#include "statusframe.h"
+#include "common/statusframe.h"
 
 // Trip, speed and engine values of frame 0x7D.
 struct MileageInformation72

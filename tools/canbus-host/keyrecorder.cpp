@@ -1,6 +1,6 @@
 #include "keyrecorder.h"
 
-#include "kkmapkeys.h"
+#include "common/kkmapkeys.h"
 
 namespace host {
 

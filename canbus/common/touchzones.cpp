@@ -1,4 +1,4 @@
-#include "touchzones.h"
+#include "common/touchzones.h"
 
 #include <cmath>
 #include <limits>

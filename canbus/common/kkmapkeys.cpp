@@ -1,4 +1,4 @@
-#include "kkmapkeys.h"
+#include "common/kkmapkeys.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,4 +1,4 @@
-#include "payloadcache.h"
+#include "common/payloadcache.h"
 
 namespace canbus {
 

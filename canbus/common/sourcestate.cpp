@@ -1,4 +1,4 @@
-#include "sourcestate.h"
+#include "common/sourcestate.h"
 
 #include "canbusinterface.h"
 

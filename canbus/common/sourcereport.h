@@ -6,7 +6,7 @@
 #include <QByteArray>
 
 #include "framefamily.h"
-#include "sourcestate.h"
+#include "common/sourcestate.h"
 
 namespace canbus {
 

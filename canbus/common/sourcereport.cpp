@@ -1,4 +1,4 @@
-#include "sourcereport.h"
+#include "common/sourcereport.h"
 
 namespace canbus {
 

@@ -1,11 +1,11 @@
-#include "statusframe.h"
+#include "common/statusframe.h"
 
 #include <QCoreApplication>
 #include <iterator>
 
 #include "canbusinterface.h"
-#include "temperature.h"
-#include "textcodec.h"
+#include "common/temperature.h"
+#include "common/textcodec.h"
 
 namespace canbus {
 

@@ -1,4 +1,4 @@
-#include "touchgrid.h"
+#include "common/touchgrid.h"
 
 namespace canbus {
 

@@ -1,4 +1,4 @@
-#include "clockreport.h"
+#include "common/clockreport.h"
 
 #include "datasavecontrol.h"
 

@@ -1,4 +1,4 @@
-#include "bluetoothcalls.h"
+#include "common/bluetoothcalls.h"
 
 #include "modulemanager.h"
 #include "signalwiring.h"

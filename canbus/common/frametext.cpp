@@ -1,4 +1,4 @@
-#include "frametext.h"
+#include "common/frametext.h"
 
 namespace canbus {
 

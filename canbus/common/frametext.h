@@ -7,7 +7,7 @@
 #include <QByteArray>
 #include <QString>
 
-#include "textcodec.h"
+#include "common/textcodec.h"
 
 namespace canbus {
 

@@ -1,4 +1,4 @@
-#include "longpresskey.h"
+#include "common/longpresskey.h"
 
 #include <QTimer>
 

@@ -15,7 +15,7 @@
 
 #include <cstddef>
 
-#include "bitfields.h"
+#include "common/bitfields.h"
 
 namespace canbus {
 

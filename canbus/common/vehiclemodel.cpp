@@ -1,4 +1,4 @@
-#include "vehiclemodel.h"
+#include "common/vehiclemodel.h"
 
 #include "datasavecontrol.h"
 

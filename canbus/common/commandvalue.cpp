@@ -1,4 +1,4 @@
-#include "commandvalue.h"
+#include "common/commandvalue.h"
 
 #include <QtGlobal>
 

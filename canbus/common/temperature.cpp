@@ -1,4 +1,4 @@
-#include "temperature.h"
+#include "common/temperature.h"
 
 namespace canbus {
 

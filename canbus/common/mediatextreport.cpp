@@ -1,6 +1,6 @@
-#include "mediatextreport.h"
+#include "common/mediatextreport.h"
 
-#include "textcodec.h"
+#include "common/textcodec.h"
 
 namespace canbus {
 

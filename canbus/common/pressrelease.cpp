@@ -1,4 +1,4 @@
-#include "pressrelease.h"
+#include "common/pressrelease.h"
 
 #include "commondriver.h"
 
