@@ -2,6 +2,9 @@
 #include <QByteArray>
 #include <QMetaType>
 #include <QString>
+#include <QVariantList>
+
+#include "recordfields.h"
 
 #include "seatheatingdata.h"
 #include "tirepressureinformation.h"
@@ -13,6 +16,70 @@
 // A driver's initData sets to 0 the controls its vehicle has.
 class AirData
 {
+    Q_GADGET
+    Q_PROPERTY(quint8 airPower MEMBER airPower)
+    Q_PROPERTY(quint8 airOnOff MEMBER airOnOff)
+    Q_PROPERTY(quint8 airAC MEMBER airAC)
+    Q_PROPERTY(quint8 airAcMax MEMBER airAcMax)
+    Q_PROPERTY(quint8 airAuto MEMBER airAuto)
+    Q_PROPERTY(quint8 airAutoSoft MEMBER airAutoSoft)
+    Q_PROPERTY(quint8 airAutoStrong MEMBER airAutoStrong)
+    Q_PROPERTY(quint8 airDual MEMBER airDual)
+    Q_PROPERTY(quint8 airSync MEMBER airSync)
+    Q_PROPERTY(quint8 airInnerLoop MEMBER airInnerLoop)
+    Q_PROPERTY(quint8 airOuterLoop MEMBER airOuterLoop)
+    Q_PROPERTY(quint8 airAutoLoop MEMBER airAutoLoop)
+    Q_PROPERTY(quint8 airEco MEMBER airEco)
+    Q_PROPERTY(qint8 airRearLock MEMBER airRearLock)
+    Q_PROPERTY(quint8 tempLeftVisible MEMBER tempLeftVisible)
+    Q_PROPERTY(QString tempLeft MEMBER tempLeft)
+    Q_PROPERTY(quint8 tempLeftLow MEMBER tempLeftLow)
+    Q_PROPERTY(quint8 tempLeftHigh MEMBER tempLeftHigh)
+    Q_PROPERTY(quint8 tempRightVisible MEMBER tempRightVisible)
+    Q_PROPERTY(QString tempRight MEMBER tempRight)
+    Q_PROPERTY(quint8 tempRightLow MEMBER tempRightLow)
+    Q_PROPERTY(quint8 tempRightHigh MEMBER tempRightHigh)
+    Q_PROPERTY(qint8 tempUnit MEMBER tempUnit)
+    Q_PROPERTY(quint8 tempRearVisible MEMBER tempRearVisible)
+    Q_PROPERTY(QString tempRear MEMBER tempRear)
+    Q_PROPERTY(quint8 airDefrostFront MEMBER airDefrostFront)
+    Q_PROPERTY(quint8 airDefrostMax MEMBER airDefrostMax)
+    Q_PROPERTY(quint8 airDefrostRear MEMBER airDefrostRear)
+    Q_PROPERTY(quint8 airWindUpLeft MEMBER airWindUpLeft)
+    Q_PROPERTY(quint8 airWindFrontLeft MEMBER airWindFrontLeft)
+    Q_PROPERTY(quint8 airWindDownLeft MEMBER airWindDownLeft)
+    Q_PROPERTY(quint8 airWindSpeedLeft MEMBER airWindSpeedLeft)
+    Q_PROPERTY(quint8 airWindUpRight MEMBER airWindUpRight)
+    Q_PROPERTY(quint8 airWindFrontRight MEMBER airWindFrontRight)
+    Q_PROPERTY(quint8 airWindDownRight MEMBER airWindDownRight)
+    Q_PROPERTY(qint8 airWindSpeedRight MEMBER airWindSpeedRight)
+    Q_PROPERTY(quint8 outdoorTempValid MEMBER outdoorTempValid)
+    Q_PROPERTY(QString outdoorTemp MEMBER outdoorTemp)
+    Q_PROPERTY(qint8 outdoorTempUnit MEMBER outdoorTempUnit)
+    Q_PROPERTY(quint8 airShowFlag MEMBER airShowFlag)
+    Q_PROPERTY(quint8 airValid MEMBER airValid)
+    Q_PROPERTY(SeatHeatingData* seat READ seatRecord)
+    Q_PROPERTY(qint32 id MEMBER id DESIGNABLE false)
+    Q_PROPERTY(quint8 tempLeftFahrenheit MEMBER tempLeftFahrenheit DESIGNABLE false)
+    Q_PROPERTY(quint8 tempRightFahrenheit MEMBER tempRightFahrenheit DESIGNABLE false)
+    Q_PROPERTY(quint8 tempRearLow MEMBER tempRearLow DESIGNABLE false)
+    Q_PROPERTY(quint8 tempRearHigh MEMBER tempRearHigh DESIGNABLE false)
+    Q_PROPERTY(quint8 tempRearFahrenheit MEMBER tempRearFahrenheit DESIGNABLE false)
+    Q_PROPERTY(quint8 tempRear2Low MEMBER tempRear2Low DESIGNABLE false)
+    Q_PROPERTY(quint8 tempRear2High MEMBER tempRear2High DESIGNABLE false)
+    Q_PROPERTY(quint8 tempRear2Fahrenheit MEMBER tempRear2Fahrenheit DESIGNABLE false)
+    Q_PROPERTY(QString tempRear2 MEMBER tempRear2 DESIGNABLE false)
+    Q_PROPERTY(quint8 airState1 MEMBER airState1 DESIGNABLE false)
+    Q_PROPERTY(quint8 airState2 MEMBER airState2 DESIGNABLE false)
+    Q_PROPERTY(quint8 airState3 MEMBER airState3 DESIGNABLE false)
+    Q_PROPERTY(quint8 airState4 MEMBER airState4 DESIGNABLE false)
+    Q_PROPERTY(quint8 airState5 MEMBER airState5 DESIGNABLE false)
+    Q_PROPERTY(quint8 airState6 MEMBER airState6 DESIGNABLE false)
+    Q_PROPERTY(quint8 airState7 MEMBER airState7 DESIGNABLE false)
+    Q_PROPERTY(QByteArray rawFrame MEMBER rawFrame DESIGNABLE false)
+    Q_PROPERTY(QVariantList airRearSpare READ airRearSpareList DESIGNABLE false)
+    Q_PROPERTY(TirePressureInformation* tire READ tireRecord DESIGNABLE false)
+
 public:
     AirData() = default;   // the member initialisers are the cleared state
     AirData(const AirData&) = default;
@@ -28,6 +95,12 @@ public:
     // third and fourth seat groups are compared crosswise (this record's fourth group
     // flag against the other's third) and rawFrame by containment.
     bool compare(const AirData& other) const;
+
+    // For the field description: the nested groups are read in place (a copy of the seat
+    // group would lose its group flags) and the spare bytes as a list.
+    SeatHeatingData* seatRecord() const { return const_cast<SeatHeatingData*>(&seat); }
+    TirePressureInformation* tireRecord() const { return const_cast<TirePressureInformation*>(&tire); }
+    QVariantList airRearSpareList() const { return canbus::fieldList(airRearSpare); }
 
     qint32 id = 0;
     quint8 airValid = 1;

@@ -5,6 +5,31 @@
 // Driving data and body state flags.
 class CarbodyData
 {
+    Q_GADGET
+    Q_PROPERTY(quint16 vehicleSpeed MEMBER vehicleSpeed)
+    Q_PROPERTY(qint8 speedUnit MEMBER speedUnit)
+    Q_PROPERTY(qint32 engineSpeed MEMBER engineSpeed)
+    Q_PROPERTY(qint32 odometer MEMBER odometer)
+    Q_PROPERTY(quint8 odometerUnit MEMBER odometerUnit)
+    Q_PROPERTY(qint16 outdoorTempTenths MEMBER outdoorTempTenths)
+    Q_PROPERTY(quint8 outdoorTempUnit MEMBER outdoorTempUnit)
+    Q_PROPERTY(quint16 batteryVoltage MEMBER batteryVoltage)
+    Q_PROPERTY(quint16 fuelConsumption MEMBER fuelConsumption)
+    Q_PROPERTY(qint8 fuelConsumptionUnit MEMBER fuelConsumptionUnit)
+    Q_PROPERTY(quint16 vehicleSpeed2 MEMBER vehicleSpeed2)
+    Q_PROPERTY(quint8 speed2Unit MEMBER speed2Unit)
+    Q_PROPERTY(qint32 bodyValue8 MEMBER bodyValue8)
+    Q_PROPERTY(quint8 bodyFlag0 MEMBER bodyFlag0)
+    Q_PROPERTY(quint8 bodyFlag1 MEMBER bodyFlag1)
+    Q_PROPERTY(quint8 bodyFlag2 MEMBER bodyFlag2)
+    Q_PROPERTY(quint8 bodyFlag31 MEMBER bodyFlag31)
+    Q_PROPERTY(quint8 bodyFlag38 MEMBER bodyFlag38)
+    Q_PROPERTY(quint8 bodyByte26 MEMBER bodyByte26)
+    Q_PROPERTY(quint8 bodyByte32 MEMBER bodyByte32)
+    Q_PROPERTY(quint8 bodyWarning30 MEMBER bodyWarning30)
+    Q_PROPERTY(quint8 bodyWarning36 MEMBER bodyWarning36)
+    Q_PROPERTY(quint8 bodyWarning37 MEMBER bodyWarning37)
+
 public:
     CarbodyData() = default;
     CarbodyData(const CarbodyData&) = default;

@@ -5,6 +5,14 @@
 // Doors, tailgate and bonnet: 1 open, 0 closed.
 class CardoorData
 {
+    Q_GADGET
+    Q_PROPERTY(quint8 doorFrontLeft MEMBER doorFrontLeft)
+    Q_PROPERTY(quint8 doorFrontRight MEMBER doorFrontRight)
+    Q_PROPERTY(quint8 doorRearLeft MEMBER doorRearLeft)
+    Q_PROPERTY(quint8 doorRearRight MEMBER doorRearRight)
+    Q_PROPERTY(quint8 doorTrunk MEMBER doorTrunk)
+    Q_PROPERTY(quint8 doorHood MEMBER doorHood)
+
 public:
     CardoorData() = default;
     CardoorData(const CardoorData&) = default;

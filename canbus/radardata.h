@@ -6,6 +6,18 @@
 // radarLevels; 0 means nothing detected.
 class RadarData
 {
+    Q_GADGET
+    Q_PROPERTY(quint8 radarOn MEMBER radarOn)
+    Q_PROPERTY(quint8 radarLevels MEMBER radarLevels)
+    Q_PROPERTY(quint8 radarFrontLeft MEMBER radarFrontLeft)
+    Q_PROPERTY(quint8 radarFrontLeftMid MEMBER radarFrontLeftMid)
+    Q_PROPERTY(quint8 radarFrontRightMid MEMBER radarFrontRightMid)
+    Q_PROPERTY(quint8 radarFrontRight MEMBER radarFrontRight)
+    Q_PROPERTY(quint8 radarRearLeft MEMBER radarRearLeft)
+    Q_PROPERTY(quint8 radarRearLeftMid MEMBER radarRearLeftMid)
+    Q_PROPERTY(quint8 radarRearRightMid MEMBER radarRearRightMid)
+    Q_PROPERTY(quint8 radarRearRight MEMBER radarRearRight)
+
 public:
     RadarData() = default;
     RadarData(const RadarData&) = default;

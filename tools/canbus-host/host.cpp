@@ -53,38 +53,51 @@ const PlatformSource kPlatformSources[] = {
 
 // The module's record signals, each shown as the fields of its record that changed.
 // The records are read through the facade's invokable getters, as any host that
-// loaded the plug-in reads them.
+// loaded the plug-in reads them, and their fields through the meta-objects the
+// plug-in registered with the records' pointer types.
 struct RecordSource
 {
     const char* signal;
     const char* name;
     const char* getter;
-    bool (*read)(QObject* facade, const char* getter, Fields& out);
+    const char* pointerType;
     // The record as new, to show what the first report changed; null where the host
     // can't make one (AirData's members are built by module code).
     Fields (*asNew)();
 };
 
-template <typename Record, Fields (*toFields)(const Record&)>
-bool readRecord(QObject* facade, const char* getter, Fields& out)
+Fields shownFields(const char* pointerType, const void* record)
 {
-    Record* record = nullptr;
-    const char* type = QMetaType::typeName(qMetaTypeId<Record*>());
-    if (!QMetaObject::invokeMethod(facade, getter, Qt::DirectConnection, QReturnArgument<Record*>(type, record))
+    const QMetaObject* meta = canbus::metaObjectFor(pointerType);
+    return meta ? canbus::recordFields(*meta, record, canbus::FieldSet::Shown) : Fields();
+}
+
+bool readRecord(QObject* facade, const RecordSource& source, Fields& out)
+{
+    void* record = nullptr;
+    if (!QMetaObject::invokeMethod(facade, source.getter, Qt::DirectConnection,
+                                   QGenericReturnArgument(source.pointerType, &record))
         || !record)
         return false;
-    out = toFields(*record);
+    out = shownFields(source.pointerType, record);
     return true;
 }
 
+template <typename Record>
+Fields newRecordFields(const char* pointerType)
+{
+    const Record record;
+    return shownFields(pointerType, &record);
+}
+
 const RecordSource kRecordSources[] = {
-    {"airConditionerDataChanged", "air", "getAirData", &readRecord<AirData, airFields>, nullptr},
-    {"cardoorDataChanged", "doors", "getCardoorData", &readRecord<CardoorData, doorFields>,
-     [] { return doorFields(CardoorData()); }},
-    {"carbodyDataChanged", "body", "getCarbodyData", &readRecord<CarbodyData, bodyFields>,
-     [] { return bodyFields(CarbodyData()); }},
-    {"radarDataChanged", "radar", "getRadarData", &readRecord<RadarData, radarFields>,
-     [] { return radarFields(RadarData()); }},
+    {"airConditionerDataChanged", "air", "getAirData", "AirData*", nullptr},
+    {"cardoorDataChanged", "doors", "getCardoorData", "CardoorData*",
+     [] { return newRecordFields<CardoorData>("CardoorData*"); }},
+    {"carbodyDataChanged", "body", "getCarbodyData", "CarbodyData*",
+     [] { return newRecordFields<CarbodyData>("CarbodyData*"); }},
+    {"radarDataChanged", "radar", "getRadarData", "RadarData*",
+     [] { return newRecordFields<RadarData>("RadarData*"); }},
 };
 
 void registerPeer(const char* name, QObject* object)
@@ -214,7 +227,7 @@ void Host::onModuleSignal(const QMetaMethod& signal, const QVariantList& args)
 {
     for (const RecordSource& r : kRecordSources) {
         Fields now;
-        if (signal.name() != r.signal || !r.read(m_facade, r.getter, now))
+        if (signal.name() != r.signal || !readRecord(m_facade, r, now))
             continue;
         const QString name = QLatin1String(r.name);
         if (!m_lastRecords.contains(name) && r.asNew)

@@ -11,7 +11,7 @@
 
 #include "hostoutput.h"
 #include "peers.h"
-#include "recordfields.h"
+#include "shownfields.h"
 
 class InfoModule;
 class QSocketNotifier;

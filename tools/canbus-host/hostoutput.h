@@ -13,7 +13,7 @@
 #include <QTextStream>
 #include <QVariantList>
 
-#include "recordfields.h"
+#include "shownfields.h"
 
 namespace host {
 
