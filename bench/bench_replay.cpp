@@ -21,9 +21,11 @@
 #include <benchmark/benchmark.h>
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QSet>
 #include <QString>
 
+#include <algorithm>
 #include <cstdio>
 #include <string>
 #include <vector>
@@ -96,25 +98,48 @@ ReplayStream makeStream(const std::string& name, int id, FrameFamily family,
     return s;
 }
 
-// The drivers with box scenarios.
-constexpr int kScenarioDrivers[] = {27, 28, 33, 72};
-
-// One driver of each frame family: the first in the factory table that has no box
-// scenario of its own, else the family's only one.
-struct FamilyPick
-{
-    FrameFamily family;
-    int id;
-};
-constexpr FamilyPick kFamilyPicks[] = {
-    {FrameFamily::Start2E, 29},   {FrameFamily::StartAA55, 27}, {FrameFamily::Start5AA5, 120},
-    {FrameFamily::StartFD8, 83},  {FrameFamily::StartFD16, 67}, {FrameFamily::StartFCFD, 66},
-};
-
 QString scenarioDir()
 {
     const QByteArray fromEnv = qgetenv("CANBUS_BENCH_SCENARIOS");
     return fromEnv.isEmpty() ? QStringLiteral(BENCH_SCENARIO_DIR) : QString::fromLocal8Bit(fromEnv);
+}
+
+bool hasScenario(int id)
+{
+    const QDir dir(scenarioDir() + QLatin1Char('/') + QString::number(id));
+    return !dir.entryList({QStringLiteral("*.json")}, QDir::Files).isEmpty();
+}
+
+// The drivers with box scenarios, in the order of the factory table: a driver gets its
+// benchmarks by getting a scenario.
+std::vector<const canbus::DriverEntry*> scenarioDrivers()
+{
+    int count = 0;
+    const canbus::DriverEntry* entries = canbus::driverEntries(&count);
+    std::vector<const canbus::DriverEntry*> out;
+    for (int i = 0; i < count; ++i) {
+        if (hasScenario(entries[i].id))
+            out.push_back(&entries[i]);
+    }
+    return out;
+}
+
+// One driver of each frame family for made-up frames: the first in the factory table
+// that has no box scenario of its own, else the family's first.
+std::vector<const canbus::DriverEntry*> familyPicks()
+{
+    int count = 0;
+    const canbus::DriverEntry* entries = canbus::driverEntries(&count);
+    std::vector<const canbus::DriverEntry*> out;
+    for (int i = 0; i < count; ++i) {
+        const canbus::DriverEntry* e = &entries[i];
+        auto same = std::find_if(out.begin(), out.end(), [e](const canbus::DriverEntry* p) { return p->family == e->family; });
+        if (same == out.end())
+            out.push_back(e);
+        else if (hasScenario((*same)->id) && !hasScenario(e->id))
+            *same = e;
+    }
+    return out;
 }
 
 // Feeds a whole pass of reads, the event loop turning now and then as the host's does.
@@ -244,28 +269,21 @@ std::vector<ReplayStream> makeStreams()
 {
     const QString dir = scenarioDir();
     std::vector<ReplayStream> streams;
-    for (int id : kScenarioDrivers) {
-        const canbus::DriverEntry* e = canbus::findDriver(id);
-        const QList<QByteArray> frames = e ? bench::scenarioFrames(dir, id, e->family) : QList<QByteArray>();
+    for (const canbus::DriverEntry* e : scenarioDrivers()) {
+        const QList<QByteArray> frames = bench::scenarioFrames(dir, e->id, e->family);
         if (frames.isEmpty()) {
-            std::fprintf(stderr, "no scenario frames for driver %d in %s\n", id, qPrintable(dir));
+            std::fprintf(stderr, "no scenario frames for driver %d in %s\n", e->id, qPrintable(dir));
             continue;
         }
-        streams.push_back(makeStream("scenario" + std::to_string(id), id, e->family, frames));
+        streams.push_back(makeStream("scenario" + std::to_string(e->id), e->id, e->family, frames));
     }
-    for (const FamilyPick& pick : kFamilyPicks) {
-        const canbus::DriverEntry* e = canbus::findDriver(pick.id);
-        if (!e || e->family != pick.family || !bench::ReplayModule::watchable(pick.id)) {
-            std::fprintf(stderr, "driver %d is not of the family %s\n", pick.id,
-                         canbus::familyName(pick.family));
-            continue;
-        }
-        const QList<QByteArray> templates = bench::scenarioFrames(dir, pick.id, pick.family);
+    for (const canbus::DriverEntry* e : familyPicks()) {
+        const QList<QByteArray> templates = bench::scenarioFrames(dir, e->id, e->family);
         const QList<QByteArray> frames =
-            bench::syntheticFrames(pick.family, templates, kSyntheticFrames, quint32(pick.id));
-        streams.push_back(makeStream(std::string("family") + canbus::familyName(pick.family) + "-"
-                                         + std::to_string(pick.id),
-                                     pick.id, pick.family, frames));
+            bench::syntheticFrames(e->family, templates, kSyntheticFrames, quint32(e->id));
+        streams.push_back(makeStream(std::string("family") + canbus::familyName(e->family) + "-"
+                                         + std::to_string(e->id),
+                                     e->id, e->family, frames));
     }
     return streams;
 }
@@ -282,10 +300,8 @@ void registerBenchmarks(const std::vector<ReplayStream>& streams)
             ->Unit(benchmark::kMillisecond);
     }
     const QString dir = scenarioDir();
-    for (int id : kScenarioDrivers) {
-        const canbus::DriverEntry* e = canbus::findDriver(id);
-        if (!e)
-            continue;
+    for (const canbus::DriverEntry* e : scenarioDrivers()) {
+        const int id = e->id;
         QSet<QByteArray> seen;
         int n = 0;
         for (const QByteArray& frame : bench::scenarioFrames(dir, id, e->family)) {
@@ -327,8 +343,24 @@ void dropMessage(QtMsgType, const QMessageLogContext&, const QString&) {}
 
 } // namespace
 
+// bench_replay --list: "id:family" of every driver the benchmarks replay, one a line,
+// for bench/run.sh to measure their start-up and memory too.
+int listDrivers()
+{
+    std::vector<const canbus::DriverEntry*> all = scenarioDrivers();
+    for (const canbus::DriverEntry* e : familyPicks()) {
+        if (std::find(all.begin(), all.end(), e) == all.end())
+            all.push_back(e);
+    }
+    for (const canbus::DriverEntry* e : all)
+        std::printf("%d:%s\n", e->id, canbus::familyName(e->family));
+    return 0;
+}
+
 int main(int argc, char** argv)
 {
+    if (argc == 2 && std::string(argv[1]) == "--list")
+        return listDrivers();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return 1;

@@ -7,18 +7,10 @@
 #include <QLoggingCategory>
 #include <QMetaMethod>
 
-#include "canbus120/canbus120.h"
-#include "canbus27/canbus27.h"
-#include "canbus28/canbus28.h"
-#include "canbus29/canbus29.h"
-#include "canbus33/canbus33.h"
-#include "canbus66/canbus66.h"
-#include "canbus67/canbus67.h"
-#include "canbus72/canbus72.h"
-#include "canbus83/canbus83.h"
 #include "canbusmodule.h"
 #include "canbusmoduleimpl.h"
 #include "canobj.h"
+#include "commondriver.h"
 #include "datasavecontrol.h"
 #include "languagemanager.h"
 #include "platform.h"
@@ -26,44 +18,6 @@
 namespace bench {
 
 namespace {
-
-std::uint64_t g_parsed = 0;
-
-// The driver as it is, with a count of the frames its parser gets: one increment on
-// a path of hundreds of instructions.
-template <typename Driver>
-class Watched : public Driver
-{
-public:
-    using Driver::Driver;
-    int checkProtocolData(const QByteArray& frame) override
-    {
-        ++g_parsed;
-        return Driver::checkProtocolData(frame);
-    }
-};
-
-template <typename Driver>
-CanbusInterface* makeWatched(QObject* parent)
-{
-    return new Watched<Driver>(parent);
-}
-
-struct WatchedDriver
-{
-    int id;
-    CanbusInterface* (*create)(QObject* parent);
-};
-
-// The drivers the benchmarks replay: those with box scenarios, and one of each frame
-// family besides.
-const WatchedDriver kWatched[] = {
-    {27, &makeWatched<Canbus27Obj>},  {28, &makeWatched<Canbus28Obj>},
-    {29, &makeWatched<Canbus29Obj>},  {33, &makeWatched<Canbus33Obj>},
-    {66, &makeWatched<Canbus66Obj>},  {67, &makeWatched<Canbus67Obj>},
-    {72, &makeWatched<Canbus72Obj>},  {83, &makeWatched<Canbus83Obj>},
-    {120, &makeWatched<Canbus120Obj>},
-};
 
 // Settings are saved at every selection; in memory that costs no disk flush.
 QString dataDirTemplate()
@@ -83,8 +37,6 @@ ReplayModule::ReplayModule() : m_dataDir(dataDirTemplate())
     DataSaveControl::reload();
     DataSaveControl::saveUserData(QStringLiteral("CanIndex"), 0);
     InputInjector::install(&m_keys);
-    for (const WatchedDriver& w : kWatched)
-        m_overrides.emplace_back(new canbus::DriverOverride(w.id, w.create));
     m_facade.reset(new CanbusModule);
     m_facade->initial();
     m_facade->implementation()->onAllModuleReady();
@@ -98,15 +50,6 @@ ReplayModule::~ReplayModule()
     m_facade.reset();
     delete CanObj::instance();
     InputInjector::install(nullptr);
-}
-
-bool ReplayModule::watchable(int id)
-{
-    for (const WatchedDriver& w : kWatched) {
-        if (w.id == id)
-            return true;
-    }
-    return false;
 }
 
 void ReplayModule::select(int id)
@@ -154,7 +97,8 @@ void ReplayModule::settle()
 
 ReplayCounts ReplayModule::counts() const
 {
-    return {g_parsed, m_counter.signalCount, m_counter.writeCount, m_keys.events()};
+    const auto* driver = qobject_cast<const CommonDriver*>(CanObj::instance()->currentDriver());
+    return {driver ? driver->framesParsed() : 0, m_counter.signalCount, m_counter.writeCount, m_keys.events()};
 }
 
 void ReplayModule::setDebugLogging(bool on)

@@ -52,9 +52,6 @@ public:
     ReplayModule(const ReplayModule&) = delete;
     ReplayModule& operator=(const ReplayModule&) = delete;
 
-    // Whether a driver of this id can be watched (its parser counted).
-    static bool watchable(int id);
-
     // A new driver for `id`, started as the host starts one: selected, ready,
     // greeted, power on; an empty receive buffer.
     void select(int id);
@@ -75,7 +72,6 @@ private:
     QTemporaryDir m_dataDir;
     NullInputInjector m_keys;
     std::unique_ptr<CanbusModule> m_facade;
-    std::vector<std::unique_ptr<canbus::DriverOverride>> m_overrides;
     SignalCounter m_counter;
 };
 

@@ -37,8 +37,9 @@ echo "bench: replay benchmarks (about a minute)" >&2
 "${pin[@]}" "$build/bench/bench_replay" --benchmark_min_time="$min_time" \
     --benchmark_enable_random_interleaving=true --benchmark_out="$results/replay.json" --benchmark_out_format=json >"$results/replay.txt" 2>&1
 
-# Every driver the replay benchmarks use, with its frame family (to play its scenarios).
-drivers="27:AA55 28:2E 33:2E 72:2E 29:2E 120:5AA5 83:FD8 67:FD16 66:FCFD"
+# Every driver the replay benchmarks use, with its frame family (to play its scenarios):
+# those with a scenario, and one of each family, as the factory table lists them.
+drivers="$("$build/bench/bench_replay" --list)"
 
 echo "bench: start-up and memory (about half a minute)" >&2
 for d in $drivers; do

@@ -25,6 +25,7 @@ int CommonDriver::setCanbusData(const QByteArray& data)
     while (walk.next()) {
         if (marksConnected)
             setConnectedState(true);
+        ++m_framesParsed;
         checkProtocolData(data.mid(walk.frameStart(), walk.frameLength()));
     }
     return walk.consumed();

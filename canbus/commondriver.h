@@ -18,6 +18,9 @@ public:
     CommonDriver(int driverId, const canbus::DriverProfile& profile, QObject* parent = nullptr);
 
     const canbus::DriverProfile& profile() const { return m_profile; }
+    // Frames the walk has handed to the parser since the driver was made: what a host
+    // or a benchmark compares with the frames a box sent, to see what a link lost.
+    quint64 framesParsed() const { return m_framesParsed; }
 
     int checkCanDataChecksum(const QByteArray& data, int& frameLength, QByteArray& reply) override;
     int setCanbusData(const QByteArray& data) override;
@@ -92,5 +95,6 @@ protected:
 
 private:
     canbus::DriverProfile m_profile;
+    quint64 m_framesParsed = 0;
     int m_airOffTimerId = 0;
 };
