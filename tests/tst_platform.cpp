@@ -26,9 +26,7 @@
 
 #include <fcntl.h>
 
-using tqappframework::Module;
 using tqappframework::ModuleManager;
-using tqappframework::PeerModule;
 using Call = RecordingInputInjector::Call;
 
 class TestPlatform : public QObject
@@ -42,46 +40,26 @@ private slots:
 
     void dataSurvivesReload_data();
     void dataSurvivesReload();
-    void dataIsOnDiskRightAfterSave();
     void tempDataIsGoneAfterReload();
-    void absentKeysGiveTheDefault_data();
-    void absentKeysGiveTheDefault();
     void kindsAndSettingGroupsAreSeparate();
     void dataDirectoryFollowsEnvironment();
-    void everySaveIsAnnounced();
 
-    void absentModuleIsNull();
-    void registrationReplacesAndUnregisters();
-    void startupReadyIsAnnounced();
-    void peerModuleForgetsDestroyedObject();
-    void infoModuleFoundAndCast();
-    void otherModuleUnderInfoDoesNotCast();
 
     void keyEventOpensIoctlsCloses();
     void failedOpenSendsNothing_data();
     void failedOpenSendsNothing();
-    void ioctlDataKeepsTheBytes();
     void devicePaths_data();
     void devicePaths();
-    void recorderUninstallsItself();
 
     void setDateTimeEmitsBoth();
-    void invalidDateTimeIsRefused();
-    void setDateTimeShiftsTheRunningClock();
     void clockReportsOnlyMinuteAndDayChanges_data();
     void clockReportsOnlyMinuteAndDayChanges();
 
     void languageEmitsOnlyOnChange_data();
     void languageEmitsOnlyOnChange();
 
-    void activityStartBecomesCurrent();
-    void otherPropertyBothCallShapes();
-    void nightModeToggles();
     void muteHeldUntilEveryRequesterLetsGo();
     void muteReleasedWhenRequesterDies();
-    void tipMessagesKept();
-    void gpioWriteAndReferences();
-    void resetClearsState();
 
 private:
     QScopedPointer<QTemporaryDir> m_dataDir;
@@ -148,10 +126,7 @@ void TestPlatform::dataSurvivesReload_data()
     QTest::addColumn<QVariant>("value");
 
     QTest::newRow("user int") << "user" << QString() << QVariant(28);
-    QTest::newRow("user zero") << "user" << QString() << QVariant(0);
     QTest::newRow("factory bool true") << "factory" << QString() << QVariant(true);
-    QTest::newRow("factory bool false") << "factory" << QString() << QVariant(false);
-    QTest::newRow("setting text") << "setting" << QString() << QVariant(QStringLiteral("Golf"));
     QTest::newRow("setting non-ascii") << "setting" << QString() << QVariant(QStringLiteral("空调 ü"));
     QTest::newRow("setting in group") << "setting" << QStringLiteral("radar") << QVariant(3);
 }
@@ -173,16 +148,6 @@ void TestPlatform::dataSurvivesReload()
     QCOMPARE(read.toBool(), value.toBool());
 }
 
-void TestPlatform::dataIsOnDiskRightAfterSave()
-{
-    DataSaveControl::saveUserData(QStringLiteral("CanIndex"), 37);
-    QFile file(DataSaveControl::filePath());
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QByteArray text = file.readAll();
-    QVERIFY2(text.contains("[user]"), text.constData());
-    QVERIFY2(text.contains("CanIndex=37"), text.constData());
-}
-
 void TestPlatform::tempDataIsGoneAfterReload()
 {
     DataSaveControl::saveTempData(QStringLiteral("MCUVERSION"), QStringLiteral("0A0B0C"));
@@ -193,23 +158,6 @@ void TestPlatform::tempDataIsGoneAfterReload()
     QFile file(DataSaveControl::filePath());
     if (file.open(QIODevice::ReadOnly))
         QVERIFY(!file.readAll().contains("MCUVERSION"));
-}
-
-void TestPlatform::absentKeysGiveTheDefault_data()
-{
-    QTest::addColumn<QString>("kind");
-    QTest::newRow("user") << "user";
-    QTest::newRow("factory") << "factory";
-    QTest::newRow("setting") << "setting";
-    QTest::newRow("temp") << "temp";
-}
-
-void TestPlatform::absentKeysGiveTheDefault()
-{
-    QFETCH(QString, kind);
-    QCOMPARE(readKind(kind, QStringLiteral("Time24hFormat"), true), QVariant(true));
-    QCOMPARE(readKind(kind, QStringLiteral("CanIndex"), 0), QVariant(0));
-    QVERIFY(!readKind(kind, QStringLiteral("Nothing"), QVariant()).isValid());
 }
 
 void TestPlatform::kindsAndSettingGroupsAreSeparate()
@@ -244,108 +192,6 @@ void TestPlatform::dataDirectoryFollowsEnvironment()
     const QString fallback = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)
                              + QStringLiteral("/canbus/canbus.ini");
     QCOMPARE(DataSaveControl::filePath(), fallback);
-}
-
-void TestPlatform::everySaveIsAnnounced()
-{
-    QSignalSpy spy(DataSaveControl::notifier(), &DataSaveControl::dataSaved);
-    DataSaveControl::saveUserData(QStringLiteral("CanIndex"), 28);
-    DataSaveControl::saveFactoryData(QStringLiteral("ClientId"), 5);
-    DataSaveControl::saveSettingData(QStringLiteral("CanBusReversingLinw"), true, QString());
-    DataSaveControl::saveSettingData(QStringLiteral("Level"), 2, QStringLiteral("amp"));
-    DataSaveControl::saveTempData(QStringLiteral("MCUVERSION"), QStringLiteral("01"));
-    DataSaveControl::saveUserData(QStringLiteral("CanIndex"), 28);   // the same value again still counts
-
-    QCOMPARE(spy.count(), 6);
-    const QStringList expected = {"user CanIndex", "factory ClientId", "setting CanBusReversingLinw",
-                                  "setting amp/Level", "temp MCUVERSION", "user CanIndex"};
-    for (int i = 0; i < spy.count(); ++i)
-        QCOMPARE(spy.at(i).at(0).toString() + QLatin1Char(' ') + spy.at(i).at(1).toString(), expected.at(i));
-    QCOMPARE(spy.at(2).at(2), QVariant(true));
-}
-
-// ---- ModuleManager and modules -----------------------------------------------
-
-void TestPlatform::absentModuleIsNull()
-{
-    QVERIFY(ModuleManager::self()->getModule(QStringLiteral("bluetooth")).isNull());
-    QVERIFY(ModuleManager::self()->getModule(QString()).isNull());
-}
-
-void TestPlatform::registrationReplacesAndUnregisters()
-{
-    const auto manager = ModuleManager::self();
-    QSignalSpy registered(manager.data(), &ModuleManager::moduleRegistered);
-    QObject mcu, radio, radio2;
-
-    manager->registerModule(QStringLiteral("mcu"), QSharedPointer<Module>(new PeerModule(QStringLiteral("mcu"), &mcu)));
-    manager->registerModule(QStringLiteral("radio"), QSharedPointer<Module>(new PeerModule(QStringLiteral("radio"), &radio)));
-    QCOMPARE(manager->moduleNames(), QStringList({"mcu", "radio"}));
-    QCOMPARE(manager->getModule(QStringLiteral("mcu"))->getModuleObj(), &mcu);
-    QCOMPARE(registered.count(), 2);
-    QCOMPARE(registered.at(1).at(0).toString(), QStringLiteral("radio"));
-
-    manager->registerModule(QStringLiteral("radio"), QSharedPointer<Module>(new PeerModule(QStringLiteral("radio"), &radio2)));
-    QCOMPARE(manager->getModule(QStringLiteral("radio"))->getModuleObj(), &radio2);
-
-    manager->unregisterModule(QStringLiteral("radio"));
-    QVERIFY(manager->getModule(QStringLiteral("radio")).isNull());
-    manager->registerModule(QStringLiteral("mcu"), QSharedPointer<Module>());
-    QVERIFY(manager->moduleNames().isEmpty());
-}
-
-void TestPlatform::startupReadyIsAnnounced()
-{
-    const auto manager = ModuleManager::self();
-    QSignalSpy spy(manager.data(), &ModuleManager::allModuleStartupReady);
-    QVERIFY(!manager->isAllModuleStartupReady());
-    manager->setAllModuleStartupReady();
-    QCOMPARE(spy.count(), 1);
-    QVERIFY(manager->isAllModuleStartupReady());
-}
-
-void TestPlatform::peerModuleForgetsDestroyedObject()
-{
-    auto* object = new QObject;
-    PeerModule peer(QStringLiteral("hicar"), object);
-    QCOMPARE(peer.getModuleObj(), object);
-    QCOMPARE(peer.getProperty()->name(), QStringLiteral("hicar"));
-    // A host finds modules through the plug-in interface, as for a loaded plug-in.
-    QCOMPARE(qobject_cast<Module*>(static_cast<QObject*>(&peer)), static_cast<Module*>(&peer));
-    delete object;
-    QVERIFY(peer.getModuleObj() == nullptr);
-}
-
-void TestPlatform::infoModuleFoundAndCast()
-{
-    auto info = QSharedPointer<InfoModule>::create();
-    ModuleManager::self()->registerModule(QStringLiteral("info"), info);
-    QSignalSpy spy(info.data(), &InfoModule::sysStateChanged);
-
-    const QSharedPointer<Module> found = ModuleManager::self()->getModule(QStringLiteral("info"));
-    const QSharedPointer<InfoModule> cast = qSharedPointerObjectCast<InfoModule>(found);
-    QVERIFY(cast);
-    QCOMPARE(qobject_cast<InfoModule*>(found->getModuleObj()), info.data());
-    QCOMPARE(found->getProperty()->name(), QStringLiteral("info"));
-
-    QVERIFY(!cast->getSysState(QStringLiteral("usb")).toBool());
-    info->setSysState(QStringLiteral("usb"), true);
-    info->setSysState(QStringLiteral("usb"), true);
-    QVERIFY(cast->getSysState(QStringLiteral("usb")).toBool());
-    QCOMPARE(spy.count(), 2);
-
-    info->setCurrentSource(QStringLiteral("carplay"));
-    QCOMPARE(cast->currentSource(), QStringLiteral("carplay"));
-}
-
-void TestPlatform::otherModuleUnderInfoDoesNotCast()
-{
-    QObject stranger;
-    ModuleManager::self()->registerModule(QStringLiteral("info"),
-                                          QSharedPointer<Module>(new PeerModule(QStringLiteral("info"), &stranger)));
-    const QSharedPointer<Module> found = ModuleManager::self()->getModule(QStringLiteral("info"));
-    QVERIFY(found);
-    QVERIFY(qSharedPointerObjectCast<InfoModule>(found).isNull());
 }
 
 // ---- Input injection ---------------------------------------------------------
@@ -390,22 +236,6 @@ void TestPlatform::failedOpenSendsNothing()
     QVERIFY(m_recorder.calls(Call::Ioctl).isEmpty());
 }
 
-void TestPlatform::ioctlDataKeepsTheBytes()
-{
-    InputInjector* injector = InputInjector::instance();
-    const int fd = injector->open(touchDevicePath().constData(), O_RDWR);
-    qint16 point[2] = {123, 456};
-    QCOMPARE(injector->ioctlData(fd, 0x40044BE8, point, sizeof point), 0);
-
-    const QList<Call> ioctls = m_recorder.calls(Call::Ioctl);
-    QCOMPARE(ioctls.size(), 1);
-    QCOMPARE(ioctls.at(0).path, QByteArray("/dev/V_TOUCH_DEV"));
-    QCOMPARE(ioctls.at(0).request, 0x40044BE8ul);
-    QCOMPARE(ioctls.at(0).data, QByteArray(reinterpret_cast<const char*>(point), sizeof point));
-    // An ioctl on a descriptor that was never opened is an error, as on a device.
-    QCOMPARE(injector->ioctl(fd + 1, 1, 0), -1);
-}
-
 void TestPlatform::devicePaths_data()
 {
     QTest::addColumn<QByteArray>("variable");
@@ -435,18 +265,6 @@ void TestPlatform::devicePaths()
     qunsetenv(variable.constData());
 }
 
-void TestPlatform::recorderUninstallsItself()
-{
-    {
-        RecordingInputInjector local;
-        InputInjector::install(&local);
-        QCOMPARE(InputInjector::instance(), static_cast<InputInjector*>(&local));
-    }
-    InputInjector* after = InputInjector::instance();
-    QVERIFY(after != nullptr);
-    QVERIFY(dynamic_cast<RecordingInputInjector*>(after) == nullptr);
-}
-
 // ---- DateTimeCtrl --------------------------------------------------------------
 
 void TestPlatform::setDateTimeEmitsBoth()
@@ -468,32 +286,6 @@ void TestPlatform::setDateTimeEmitsBoth()
     QCOMPARE(DateTimeCtrl::currentDateTime(), QDateTime(QDate(2025, 12, 31), QTime(23, 59, 58)));
     QCOMPARE(clock->getCurrentDateTime(), DateTimeCtrl::currentDateTime());
     QCOMPARE(clock->lastSetFlag(), 1);
-}
-
-void TestPlatform::invalidDateTimeIsRefused()
-{
-    DateTimeCtrl* clock = DateTimeCtrl::getInstance();
-    const QDateTime fixed(QDate(2024, 3, 9), QTime(8, 15, 30));
-    clock->setFixedDateTime(fixed);
-    QSignalSpy time(clock, &DateTimeCtrl::timeChanged);
-
-    clock->setCurrentDateTime(QDate(2024, 2, 30), 8, 0, 0, 1);
-    clock->setCurrentDateTime(QDate(2024, 3, 9), 24, 0, 0, 1);
-    clock->setCurrentDateTime(QDate(2024, 3, 9), 8, 60, 0, 1);
-    QCOMPARE(time.count(), 0);
-    QCOMPARE(clock->getCurrentDateTime(), fixed);
-}
-
-void TestPlatform::setDateTimeShiftsTheRunningClock()
-{
-    DateTimeCtrl* clock = DateTimeCtrl::getInstance();
-    QVERIFY(!clock->isFixed());
-    clock->setCurrentDateTime(QDate(2031, 6, 15), 12, 0, 0, 0);
-
-    // The clock runs on from the set time rather than staying at the system's.
-    const QDateTime now = DateTimeCtrl::currentDateTime();
-    QCOMPARE(now.date(), QDate(2031, 6, 15));
-    QCOMPARE(now.time().hour(), 12);
 }
 
 void TestPlatform::clockReportsOnlyMinuteAndDayChanges_data()
@@ -555,48 +347,6 @@ void TestPlatform::languageEmitsOnlyOnChange()
 
 // ---- The observing stand-ins -----------------------------------------------------
 
-void TestPlatform::activityStartBecomesCurrent()
-{
-    auto* activities = tqappframework::ActivityManager::getInstance();
-    QSignalSpy started(activities, &tqappframework::ActivityManager::activityStarted);
-    QSignalSpy current(activities, &tqappframework::ActivityManager::currentActivityChanged);
-
-    activities->startActivity(QStringLiteral("carplay"), 1);
-    activities->startActivity(QStringLiteral("carplay"), 1);
-    QCOMPARE(started.count(), 2);
-    QCOMPARE(started.at(0), QList<QVariant>({QStringLiteral("carplay"), 1}));
-    QCOMPARE(current.count(), 1);   // already in front the second time
-    QCOMPARE(activities->currentActivity(), QStringLiteral("carplay"));
-
-    activities->bringToFront(QStringLiteral("carlife"));
-    QCOMPARE(activities->currentActivity(), QStringLiteral("carlife"));
-    QCOMPARE(activities->startedActivities(), QStringList({"carplay", "carplay"}));
-}
-
-void TestPlatform::otherPropertyBothCallShapes()
-{
-    QSignalSpy spy(CanbusControl::getInstance(), &CanbusControl::otherPropertyChanged);
-    CanbusControl::setOtherProperty(QStringLiteral("ShowAirconditioner"), true);
-    CanbusControl::getInstance()->setOtherProperty(QStringLiteral("ShowAirconditioner"), QVariant(1));
-    QCOMPARE(spy.count(), 2);
-    QCOMPARE(CanbusControl::otherProperty(QStringLiteral("ShowAirconditioner")), QVariant(1));
-    QVERIFY(!CanbusControl::otherProperty(QStringLiteral("Other")).isValid());
-}
-
-void TestPlatform::nightModeToggles()
-{
-    QSignalSpy set(ScreenLockCtrl::getInstance(), &ScreenLockCtrl::nightModeSet);
-    QSignalSpy changed(ScreenLockCtrl::getInstance(), &ScreenLockCtrl::nightModeChanged);
-    QVERIFY(!ScreenLockCtrl::isInNightModel());
-    ScreenLockCtrl::setNightMode(!ScreenLockCtrl::isInNightModel());
-    QVERIFY(ScreenLockCtrl::isInNightModel());
-    ScreenLockCtrl::setNightMode(true);
-    ScreenLockCtrl::setNightMode(!ScreenLockCtrl::isInNightModel());
-    QVERIFY(!ScreenLockCtrl::isInNightModel());
-    QCOMPARE(set.count(), 3);
-    QCOMPARE(changed.count(), 2);
-}
-
 void TestPlatform::muteHeldUntilEveryRequesterLetsGo()
 {
     QObject mcu, phone;
@@ -627,54 +377,6 @@ void TestPlatform::muteReleasedWhenRequesterDies()
     QVERIFY(MuteObj::isMutedBy(requester, 0));
     delete requester;
     QVERIFY(!MuteObj::isMuted());
-}
-
-void TestPlatform::tipMessagesKept()
-{
-    QSignalSpy spy(TipDialog::getInstance(), &TipDialog::messageShown);
-    TipDialog::showMessage(QStringLiteral("Tire pressure reset successfully"), 0);
-    QCOMPARE(spy.count(), 1);
-    QCOMPARE(TipDialog::lastMessage(), QStringLiteral("Tire pressure reset successfully"));
-    QCOMPARE(TipDialog::messages().size(), 1);
-}
-
-void TestPlatform::gpioWriteAndReferences()
-{
-    using tqplfctrl::TQPlatformControl;
-    QSignalSpy written(TQPlatformControl::peekInstance(), &TQPlatformControl::gpioWritten);
-
-    TQPlatformControl* control = TQPlatformControl::GetInstance();
-    QCOMPARE(control->references(), 1);
-    QCOMPARE(control->GpioRead(1, 60), -1);
-    QCOMPARE(control->GpioWrite(1, 60, 1), 0);
-    QCOMPARE(control->GpioRead(1, 60), 1);
-    QCOMPARE(control->GpioRead(60, 1), -1);   // bank and line are not interchangeable
-    TQPlatformControl::ReleaseInstance();
-    QCOMPARE(control->references(), 0);
-    TQPlatformControl::ReleaseInstance();     // one release too many
-    QCOMPARE(control->references(), 0);
-    QCOMPARE(written.count(), 1);
-    QCOMPARE(written.at(0), QList<QVariant>({1, 60, 1}));
-}
-
-void TestPlatform::resetClearsState()
-{
-    ModuleManager::self()->registerModule(QStringLiteral("info"), QSharedPointer<InfoModule>::create());
-    LanguageManager::getInstance()->setLanguage(QStringLiteral("ko"));
-    DateTimeCtrl::getInstance()->setFixedDateTime(QDateTime(QDate(2001, 1, 1), QTime(0, 0)));
-    CanbusControl::setOtherProperty(QStringLiteral("X"), 1);
-    MuteObj::mute(nullptr, 0);
-    DataSaveControl::saveTempData(QStringLiteral("T"), 1);
-
-    resetPlatformForTests();
-
-    QVERIFY(ModuleManager::self()->moduleNames().isEmpty());
-    QCOMPARE(LanguageManager::getInstance()->language(), QStringLiteral("en"));
-    QVERIFY(!DateTimeCtrl::getInstance()->isFixed());
-    QVERIFY(!CanbusControl::otherProperty(QStringLiteral("X")).isValid());
-    QVERIFY(!MuteObj::isMuted());
-    QVERIFY(!DataSaveControl::readTempData(QStringLiteral("T")).isValid());
-    QVERIFY(dynamic_cast<RecordingInputInjector*>(InputInjector::instance()) == nullptr);
 }
 
 QTEST_GUILESS_MAIN(TestPlatform)
