@@ -58,70 +58,44 @@ const QHash<QString, Getter> kFields = {
     AIR(tempLeftVisible), AIR(tempRightVisible), AIR(tempRearVisible), AIR(tempUnit),
     AIR(tempLeftFahrenheit), AIR(tempRightFahrenheit), AIR(tempRearFahrenheit),
     AIR(airDefrostFront), AIR(airDefrostRear), AIR(airAutoLoop), AIR(airEco), AIR(airAcMax),
-    AIR(airState3), AIR(airState4), AIR(airSync), AIR(airShowFlag),
-    AIR(seat.seatHotVisible), AIR(seat.seatHotLeft), AIR(seat.seatHotRight),
-    AIR(seat.seatCoolLeft), AIR(seat.seatCoolRight), AIR(seat.seatGroup4Extra[0]),
-    AIR(seat.seatGroup4Extra[1]), AIR(outdoorTemp), AIR(outdoorTempValid), AIR(outdoorTempUnit),
-    AIR(tire.tireUnit), AIR(tire.tirePressureFrontLeft), AIR(tire.tirePressureFrontRight),
+    AIR(airState3), AIR(airState4), AIR(airSync), AIR(airShowFlag), AIR(seat.seatHotVisible),
+    AIR(seat.seatHotLeft), AIR(seat.seatHotRight), AIR(seat.seatCoolLeft), AIR(seat.seatCoolRight),
+    AIR(seat.seatGroup4Extra[0]), AIR(seat.seatGroup4Extra[1]), AIR(outdoorTemp),
+    AIR(outdoorTempValid), AIR(outdoorTempUnit), AIR(tire.tireUnit),
+    AIR(tire.tirePressureFrontLeft), AIR(tire.tirePressureFrontRight),
     AIR(tire.tirePressureRearLeft), AIR(tire.tirePressureRearRight), AIR(tire.tireStatus),
     AIR(tire.tireWarning[0][0]), AIR(tire.tireWarning[0][1]), AIR(tire.tireWarning[0][2]),
     AIR(tire.tireWarning[0][3]), AIR(tire.tireWarning[1][0]), AIR(tire.tireWarning[1][1]),
-    AIR(tire.tireWarning[1][2]), AIR(tire.tireWarning[1][3]),
-    DOOR(doorFrontLeft), DOOR(doorFrontRight), DOOR(doorRearLeft), DOOR(doorRearRight),
-    DOOR(doorTrunk), DOOR(doorHood),
+    AIR(tire.tireWarning[1][2]), AIR(tire.tireWarning[1][3]), DOOR(doorFrontLeft),
+    DOOR(doorFrontRight), DOOR(doorRearLeft), DOOR(doorRearRight), DOOR(doorTrunk), DOOR(doorHood),
     BODY(outdoorTempUnit), BODY(outdoorTempTenths), BODY(speed2Unit), BODY(odometer),
-    BODY(odometerUnit),
-    RADAR(radarOn), RADAR(radarLevels), RADAR(radarFrontLeft), RADAR(radarFrontLeftMid),
-    RADAR(radarFrontRightMid), RADAR(radarFrontRight), RADAR(radarRearLeft),
-    RADAR(radarRearLeftMid), RADAR(radarRearRightMid), RADAR(radarRearRight),
+    BODY(odometerUnit), RADAR(radarOn), RADAR(radarLevels), RADAR(radarFrontLeft),
+    RADAR(radarFrontLeftMid), RADAR(radarFrontRightMid), RADAR(radarFrontRight),
+    RADAR(radarRearLeft), RADAR(radarRearLeftMid), RADAR(radarRearRightMid), RADAR(radarRearRight),
     INFO(amplifier.ampBand1), INFO(amplifier.ampBand2), INFO(amplifier.ampBand3),
     INFO(amplifier.ampBand4), INFO(amplifier.ampBand5), INFO(amplifier.ampLevel),
     INFO(amplifier.ampMode), INFO(bodyStatus.languageCode), INFO(bodyStatus.page10Item0),
     INFO(bodyStatus.page10Item1), INFO(bodyStatus.page20Item0), INFO(bodyStatus.page20Item1),
-    INFO(bodyStatus.page20Item2), INFO(bodyStatus.page20Item3), INFO(bodyStatus.page30Item0),
-    INFO(bodyStatus.page30Item1), INFO(bodyStatus.page30Item2), INFO(bodyStatus.page30Item3),
-    INFO(bodyStatus.page31Item0), INFO(bodyStatus.page31Item3), INFO(bodyStatus.page31Item4),
-    INFO(bodyStatus.page31Item5), INFO(bodyStatus.page31Item6), INFO(bodyStatus.page31Item7),
-    INFO(bodyStatus.page31Item8), INFO(bodyStatus.page31Item9), INFO(bodyStatus.page40Item0),
+    INFO(bodyStatus.page20Item2), INFO(bodyStatus.page20Item3), INFO(bodyStatus.page40Item0),
     INFO(bodyStatus.page40Item1), INFO(bodyStatus.page40Item10), INFO(bodyStatus.page40Item2),
     INFO(bodyStatus.page40Item3), INFO(bodyStatus.page40Item4), INFO(bodyStatus.page40Item5),
     INFO(bodyStatus.page40Item6), INFO(bodyStatus.page40Item7), INFO(bodyStatus.page40Item8),
-    INFO(bodyStatus.page40Item9), INFO(bodyStatus.page50Item0), INFO(bodyStatus.page50Item1),
-    INFO(bodyStatus.page50Item2), INFO(bodyStatus.page50Item3), INFO(bodyStatus.page50Item4),
-    INFO(bodyStatus.page50Item5), INFO(bodyStatus.page50Item6), INFO(bodyStatus.page51Item0),
-    INFO(bodyStatus.page51Item1), INFO(bodyStatus.page51Item2), INFO(bodyStatus.page51Item3),
-    INFO(bodyStatus.page51Item4), INFO(bodyStatus.page51Item5), INFO(bodyStatus.page51Item6),
-    INFO(bodyStatus.page51Item7), INFO(bodyStatus.page52Item0), INFO(bodyStatus.page52Item1),
+    INFO(bodyStatus.page40Item9), INFO(bodyStatus.page52Item0), INFO(bodyStatus.page52Item1),
     INFO(bodyStatus.page52Item2), INFO(bodyStatus.page52Item3), INFO(bodyStatus.page52Item4),
-    INFO(bodyStatus.page60Item0), INFO(bodyStatus.page60Item1), INFO(bodyStatus.page60Item2),
-    INFO(bodyStatus.page60Item3), INFO(bodyStatus.page60Item4), INFO(bodyStatus.page70Item0),
-    INFO(bodyStatus.page70Item1), INFO(bodyStatus.page70Item2), INFO(bodyStatus.page70Item3),
-    INFO(bodyStatus.page70Item4), INFO(bodyStatus.page70Item5), INFO(bodyStatus.page70Item6),
-    INFO(bodyStatus.page70Item7), INFO(bodyStatus.page70Item8), INFO(bodyStatus.page80Item0),
-    INFO(bodyStatus.page80Item1), INFO(bodyStatus.page80Item2), INFO(bodyStatus.page80Item3),
-    INFO(bodyStatus.page80Item4), INFO(bodyStatus.page80Item5), INFO(bodyStatus.page80Item6),
-    INFO(bodyStatus.page80Item7), INFO(bodyStatus.page80Item8), INFO(bodyStatus.page80Item9),
-    INFO(bodyStatus.page90Item0), INFO(bodyStatus.page90Item1), INFO(bodyStatus.page90Item2),
-    INFO(bodyStatus.page90Item3), INFO(bodyStatus.page90Item4), INFO(bodyStatus.page90Item5),
-    INFO(bodyStatus.page90Item6), INFO(bodyStatus.page90Item7), INFO(bodyStatus.pageA0Item0),
-    INFO(bodyStatus.pageA0Item1), INFO(bodyStatus.pageA0Item2), INFO(bodyStatus.pageA0Item3),
-    INFO(bodyStatus.pageA0Item4), INFO(bodyStatus.pageA0Item5), INFO(bodyStatus.pageA0Item6),
-    INFO(bodyStatus.pageA0Item7), INFO(bodyStatus.pageB0Item0), INFO(bodyStatus.pageB0Item1),
-    INFO(bodyStatus.pageB0Item2), INFO(bodyStatus.pageB0Item3), INFO(bodyStatus.pageB0Item4),
-    INFO(bodyStatus.pageB0Item5), INFO(bodyStatus.pageB1Item0), INFO(bodyStatus.pageB1Item1),
-    INFO(bodyStatus.pageB1Item2), INFO(bodyStatus.pageB1Item3), INFO(bodyStatus.pageB1Item4),
-    INFO(bodyStatus.pageB1Item5), INFO(bodyStatus.pageB1Item6), INFO(bodyStatus.pageB2Item0),
-    INFO(bodyStatus.pageB2Item1), INFO(bodyStatus.pageB2Item2), INFO(bodyStatus.pageB2Item3),
+    INFO(bodyStatus.page70Item0), INFO(bodyStatus.page70Item1), INFO(bodyStatus.page70Item2),
+    INFO(bodyStatus.page70Item3), INFO(bodyStatus.page70Item4), INFO(bodyStatus.page70Item5),
+    INFO(bodyStatus.page70Item6), INFO(bodyStatus.page70Item7), INFO(bodyStatus.page70Item8),
+    INFO(bodyStatus.pageA0Item0), INFO(bodyStatus.pageA0Item1), INFO(bodyStatus.pageA0Item2),
+    INFO(bodyStatus.pageA0Item3), INFO(bodyStatus.pageA0Item4), INFO(bodyStatus.pageA0Item5),
+    INFO(bodyStatus.pageA0Item6), INFO(bodyStatus.pageA0Item7), INFO(bodyStatus.pageB1Item0),
+    INFO(bodyStatus.pageB1Item1), INFO(bodyStatus.pageB1Item2), INFO(bodyStatus.pageB1Item3),
+    INFO(bodyStatus.pageB1Item4), INFO(bodyStatus.pageB1Item5), INFO(bodyStatus.pageB1Item6),
     INFO(bodyStatus.pageC0Item0), INFO(bodyStatus.pageC0Item1), INFO(bodyStatus.pageC0Item2),
-    INFO(bodyStatus.pageC0Raw), INFO(bodyStatus.pageC0Text), INFO(bodyStatus.pageC1Item0),
-    INFO(bodyStatus.pageC1Item1), INFO(bodyStatus.pageC1Item2), INFO(driving.consumptionText61),
+    INFO(bodyStatus.pageC0Raw), INFO(bodyStatus.pageC0Text), INFO(driving.consumptionText61),
     INFO(driving.consumptionTextA), INFO(driving.consumptionTextB), INFO(driving.consumptionTextC),
-    INFO(driving.distanceTextA), INFO(driving.distanceTextB), INFO(driving.distanceTextC),
-    INFO(driving.durationTextA), INFO(driving.durationTextC), INFO(driving.electricTextA),
-    INFO(driving.electricTextB), INFO(driving.electricTextC), INFO(driving.flowText60),
-    INFO(driving.numberText80), INFO(driving.shortDistanceTextA), INFO(driving.shortDistanceTextB),
-    INFO(driving.shortDistanceTextC), INFO(driving.shortValue1), INFO(driving.shortValue2),
-    INFO(driving.speedTextA), INFO(driving.speedTextB), INFO(driving.speedTextC),
+    INFO(driving.distanceTextB), INFO(driving.distanceTextC), INFO(driving.durationTextA),
+    INFO(driving.electricTextB), INFO(driving.flowText60), INFO(driving.numberText80),
+    INFO(driving.shortDistanceTextA), INFO(driving.shortDistanceTextC), INFO(driving.shortValue1),
     INFO(electricManagement.managementBit0), INFO(electricManagement.managementBit1),
     INFO(electricManagement.managementBit2), INFO(electricManagement.managementFlag),
     INFO(electricManagement.timerBlock1.bit6), INFO(electricManagement.timerBlock1.bit7),
@@ -252,8 +226,6 @@ private slots:
 
     void wheelKeys_data();
     void wheelKeys();
-    void keyTable_data();
-    void keyTable();
 
     void radar_data();
     void radar();
@@ -272,7 +244,6 @@ private slots:
     void amplifierAndDisplay() { checkDataFrame(); }
     void electricManagement_data();
     void electricManagement() { checkDataFrame(); }
-    void reminders();
     void consumerPrompts();
     void inspection_data();
     void inspection();
@@ -284,7 +255,6 @@ private slots:
     void unknownTypes();
     void wrongSizes_data();
     void wrongSizes();
-    void shippedScenarioIsTaken();
 };
 
 // ---- link ---------------------------------------------------------------------------
@@ -418,9 +388,6 @@ void TestDriver28::climate_data()
         {"air.airWindUpLeft=1", "air.airWindFrontLeft=1", "air.airWindDownLeft=1",
          "air.airWindUpRight=1", "air.airWindFrontRight=1", "air.airWindDownRight=1",
          "air.airWindSpeedLeft=5", "air.airWindSpeedRight=5"});
-    row({0, 0x1F, 0, 0, 0, 0, 0, 0, 0}, false,
-        {"air.airWindUpLeft=0", "air.airWindFrontLeft=0", "air.airWindDownLeft=0",
-         "air.airWindSpeedLeft=15", "air.airWindSpeedRight=15"});
     // set points: 1..28 in half degrees from 16, 0 low, 31 high, 29 and 30 nothing
     row({0, 0, 1, 28, 0, 0, 0, 5, 0}, false,
         {"air.tempLeft=16.0", "air.tempRight=29.5", "air.tempRear=18.0", "air.tempUnit=0",
@@ -437,7 +404,6 @@ void TestDriver28::climate_data()
         {"air.tempLeft=60", "air.tempRight=87", "air.tempRear=61", "air.tempUnit=1",
          "air.tempLeftFahrenheit=1", "air.tempRightFahrenheit=1", "air.tempRearFahrenheit=1"});
     row({0, 0, 2, 10, 0, 0, 0, 0, 0}, true, {"air.tempLeft=20.5", "air.tempRight=16.5"});
-    row({0, 0, 0, 31, 0, 0, 0, 0, 0}, true, {"air.tempLeftHigh=1", "air.tempRightLow=1"});
     row({0, 0, 0, 0, 0xF8, 0, 0, 0, 0}, false,
         {"air.airDefrostFront=1", "air.airDefrostRear=1", "air.airAutoLoop=1", "air.airEco=1",
          "air.airAcMax=1", "air.tempUnit=0"});
@@ -601,8 +567,6 @@ void TestDriver28::doors_data()
     row({0xFC, 0x00}, allOpen, QByteArray::fromHex("fc00dd"));
     row({0x40, 0x00}, {"door.doorFrontLeft=1", "door.doorFrontRight=0", "door.doorHood=0"},
         QByteArray::fromHex("400099"));
-    row({0x80, 0x00}, {"door.doorFrontRight=1", "door.doorFrontLeft=0"}, QByteArray::fromHex("800059"));
-    row({0x08, 0x03}, {"door.doorTrunk=1", "door.doorRearLeft=0"}, QByteArray::fromHex("0803ce"));
     row({0xD7, 0x00}, {"door.doorFrontRight=1", "door.doorFrontLeft=1", "door.doorRearLeft=1",
                        "door.doorRearRight=0", "door.doorTrunk=0", "door.doorHood=1"},
         QByteArray::fromHex("d700"));
@@ -639,10 +603,8 @@ void TestDriver28::wheelKeys_data()
         {167, 1, 167, 0, 167, 1});
     row("release with no key before", {frame28(0x20, {0, 0})}, {0, 0});
     row("unknown number is key 0", {frame28(0x20, {1, 1}), frame28(0x20, {9, 1})}, {166, 1, 0, 1});
-    row("state byte passes as it is", {frame28(0x20, {8, 2})}, {344, 2});
     row("second frame: press and release", {frame28(0x2F, {17})}, {347, 1, 347, 0});
     row("second frame: 3 stays down", {frame28(0x2F, {3})}, {232, 1});
-    row("second frame: 4 stays down", {frame28(0x2F, {4})}, {233, 1});
     row("second frame: 5 is nothing", {frame28(0x2F, {5})}, {});
     row("second frame: unknown", {frame28(0x2F, {9})}, {0, 1, 0, 0});
     row("second frame then release", {frame28(0x2F, {2}), frame28(0x20, {0, 0})}, {233, 1, 233, 0, 233, 0});
@@ -656,31 +618,6 @@ void TestDriver28::wheelKeys()
     for (const QByteArray& f : frames)
         QCOMPARE(h.feed(f), 0);
     QCOMPARE(keyEvents(h), events);
-}
-
-void TestDriver28::keyTable_data()
-{
-    QTest::addColumn<int>("type");
-    QTest::addColumn<int>("value");
-    QTest::addColumn<int>("keyboard");
-    const int wheel[][2] = {{1, 166}, {2, 167}, {3, 233}, {4, 232}, {5, 179}, {6, 149}, {7, 172}, {8, 344},
-                            {9, 0}, {255, 0}};
-    for (const auto& k : wheel)
-        QTest::addRow("20 %02x", k[0]) << 0x20 << k[0] << k[1];
-    const int second[][2] = {{1, 232}, {2, 233}, {17, 347}, {18, 351}, {6, 0}, {16, 0}, {19, 0}};
-    for (const auto& k : second)
-        QTest::addRow("2f %02x", k[0]) << 0x2F << k[0] << k[1];
-}
-
-void TestDriver28::keyTable()
-{
-    QFETCH(int, type);
-    QFETCH(int, value);
-    QFETCH(int, keyboard);
-    DriverHarness h(kId);
-    h.feed(frame28(quint8(type), {quint8(value), 1}));
-    QVERIFY(!h.keys().isEmpty());
-    QCOMPARE(h.keys().first(), qMakePair(keyboard, 1));
 }
 
 // ---- radar and steering -------------------------------------------------------------
@@ -727,17 +664,12 @@ void TestDriver28::radarDisplay_data()
     QTest::addColumn<QList<int>>("sensors");   // FL FLM FRM FR RL RLM RRM RR
     QTest::addColumn<int>("on");
     QTest::addRow("all 0") << QList<int>{0, 0, 0, 0, 0, 0, 0, 0} << 1;
-    QTest::addRow("all 255") << QList<int>{255, 255, 255, 255, 255, 255, 255, 255} << 0;
     QTest::addRow("clear at the thresholds") << QList<int>{5, 9, 9, 5, 5, 12, 12, 5} << 0;
     QTest::addRow("rear left close") << QList<int>{5, 9, 9, 5, 4, 12, 12, 5} << 1;
-    QTest::addRow("rear right close") << QList<int>{5, 9, 9, 5, 5, 12, 12, 4} << 1;
     // each sensor one step nearer than its own "clear"
     QTest::addRow("front left close") << QList<int>{4, 9, 9, 5, 5, 12, 12, 5} << 1;
     QTest::addRow("front left middle close") << QList<int>{5, 8, 9, 5, 5, 12, 12, 5} << 1;
-    QTest::addRow("front right middle close") << QList<int>{5, 9, 8, 5, 5, 12, 12, 5} << 1;
-    QTest::addRow("front right close") << QList<int>{5, 9, 9, 4, 5, 12, 12, 5} << 1;
     QTest::addRow("rear left middle close") << QList<int>{5, 9, 9, 5, 5, 11, 12, 5} << 1;
-    QTest::addRow("rear right middle close") << QList<int>{5, 9, 9, 5, 5, 12, 11, 5} << 1;
 }
 
 void TestDriver28::radarDisplay()
@@ -784,16 +716,10 @@ void TestDriver28::parking_data()
     addFrameRows({
         {frame28(0x14, {1, 2, 3}),
          {"frame14Payload=010203", "parkingAssist.frame14Byte0=1", "parkingAssist.frame14Byte1=2"}},
-        {frame28(0x14, {9, 8}), {"frame14Payload=0908", "parkingAssist.frame14Byte0=9"}},
         {frame28(0x25, {0x0A, 0xFF}),
          {"parkingAssist.parkBit3=1", "parkingAssist.parkBit2=0", "parkingAssist.parkBit1=1",
           "parkingAssist.parkBit0=0", "frame25Payload=0aff"}},
-        {frame28(0x25, {0xF5, 0x00}),
-         {"parkingAssist.parkBit3=0", "parkingAssist.parkBit2=1", "parkingAssist.parkBit1=0",
-          "parkingAssist.parkBit0=1"}},
-        band(0, 0), band(35, 0), band(36, 1), band(75, 1), band(76, 2), band(115, 2), band(116, 3),
-        band(150, 3), band(151, 4), band(250, 4), band(251, 5), band(1000, 5), band(1001, 6),
-        band(0xFFFF, 6),
+        band(35, 0), band(36, 1), band(250, 4), band(251, 5), band(1001, 6),
         {frame28(0x32, {1, 2, 3, 4, 5, 6}),
          {"sideRadar.sideLevels=6", "sideRadar.sideGroupA[0]=1", "sideRadar.sideGroupA[3]=4",
           "sideRadar.sideGroupB[0]=0"}},
@@ -813,84 +739,34 @@ void TestDriver28::settingsPages_data()
     };
     row({0x00, 50, 0, 0, 0}, {"bodyStatus.languageCode=43"});
     row({0x00, 7, 0, 0, 0}, {"bodyStatus.languageCode=7"});
-    row({0x10, 5, 0x80, 0, 0}, {"bodyStatus.page10Item0=2", "bodyStatus.page10Item1=1"});
     row({0x20, 0x03, 0x11, 0x22, 0},
         {"bodyStatus.page20Item0=1", "bodyStatus.page20Item1=1", "bodyStatus.page20Item2=17",
          "bodyStatus.page20Item3=34", "body.speed2Unit=1"});
-    row({0x30, 0x02, 0x01, 0, 0},
-        {"bodyStatus.page30Item0=0", "bodyStatus.page30Item1=1", "bodyStatus.page30Item2=1",
-         "bodyStatus.page30Item3=0"});
-    row({0x31, 0x0F, 0xA5, 0xFF, 0},
-        {"bodyStatus.page31Item0=1", "bodyStatus.page31Item3=1", "bodyStatus.page31Item4=5",
-         "bodyStatus.page31Item5=10", "bodyStatus.page31Item6=1", "bodyStatus.page31Item7=1",
-         "bodyStatus.page31Item8=3", "bodyStatus.page31Item9=4"});
     row({0x40, 0x05, 0x3C, 0xD2, 0xF7},
         {"bodyStatus.page40Item0=1", "bodyStatus.page40Item1=0", "bodyStatus.page40Item2=1",
          "bodyStatus.page40Item3=0", "bodyStatus.page40Item4=12", "bodyStatus.page40Item5=3",
          "bodyStatus.page40Item6=2", "bodyStatus.page40Item7=13", "bodyStatus.page40Item8=7",
          "bodyStatus.page40Item9=3", "bodyStatus.page40Item10=1"});
-    row({0x40, 0, 0, 0, 0x20}, {"bodyStatus.page40Item9=2", "bodyStatus.page40Item10=0"});
-    row({0x50, 0x77, 200, 31, 30},
-        {"bodyStatus.page50Item0=2", "bodyStatus.page50Item1=1", "bodyStatus.page50Item2=1",
-         "bodyStatus.page50Item3=1", "bodyStatus.page50Item4=100", "bodyStatus.page50Item5=30",
-         "bodyStatus.page50Item6=30"});
-    row({0x51, 0x0F, 101, 99, 0xAB},
-        {"bodyStatus.page51Item0=1", "bodyStatus.page51Item1=7", "bodyStatus.page51Item2=100",
-         "bodyStatus.page51Item3=99", "bodyStatus.page51Item4=1", "bodyStatus.page51Item5=1",
-         "bodyStatus.page51Item6=1", "bodyStatus.page51Item7=10"});
     row({0x52, 150, 100, 0xFF, 255},
         {"bodyStatus.page52Item0=100", "bodyStatus.page52Item1=100", "bodyStatus.page52Item2=2",
          "bodyStatus.page52Item3=11", "bodyStatus.page52Item4=100"});
-    row({0x52, 1, 2, 0x45, 3},
-        {"bodyStatus.page52Item0=1", "bodyStatus.page52Item1=2", "bodyStatus.page52Item2=1",
-         "bodyStatus.page52Item3=5", "bodyStatus.page52Item4=3"});
-    row({0x60, 0x0A, 0x01, 0, 0},
-        {"bodyStatus.page60Item0=0", "bodyStatus.page60Item1=1", "bodyStatus.page60Item2=0",
-         "bodyStatus.page60Item3=1", "bodyStatus.page60Item4=1"});
     row({0x70, 0x93, 0x55, 0, 0},
         {"bodyStatus.page70Item0=2", "bodyStatus.page70Item1=2", "bodyStatus.page70Item2=1",
          "bodyStatus.page70Item3=0", "bodyStatus.page70Item4=1", "bodyStatus.page70Item5=0",
          "bodyStatus.page70Item6=1", "bodyStatus.page70Item7=0", "bodyStatus.page70Item8=1"});
-    row({0x70, 0x11, 0, 0, 0}, {"bodyStatus.page70Item0=1", "bodyStatus.page70Item1=1"});
-    row({0x80, 0xA5, 0x02, 0, 0},
-        {"bodyStatus.page80Item0=1", "bodyStatus.page80Item1=0", "bodyStatus.page80Item2=1",
-         "bodyStatus.page80Item3=0", "bodyStatus.page80Item4=0", "bodyStatus.page80Item5=1",
-         "bodyStatus.page80Item6=0", "bodyStatus.page80Item7=1", "bodyStatus.page80Item8=0",
-         "bodyStatus.page80Item9=1"});
-    row({0x90, 0x3A, 0x5F, 0x07, 0},
-        {"bodyStatus.page90Item0=2", "bodyStatus.page90Item1=1", "bodyStatus.page90Item2=0",
-         "bodyStatus.page90Item3=1", "bodyStatus.page90Item4=0", "bodyStatus.page90Item5=3",
-         "bodyStatus.page90Item6=2", "bodyStatus.page90Item7=3"});
     row({0xA0, 0x39, 0x30, 0x01, 0x07},
         {"bodyStatus.pageA0Item0=1", "bodyStatus.pageA0Item1=1", "bodyStatus.pageA0Item2=8",
          "bodyStatus.pageA0Item3=2", "bodyStatus.pageA0Item4=0", "bodyStatus.pageA0Item5=0",
          "bodyStatus.pageA0Item6=1", "bodyStatus.pageA0Item7=5"});
-    row({0xA0, 0x07, 0x1C, 0x20, 0x03},
-        {"bodyStatus.pageA0Item2=7", "bodyStatus.pageA0Item3=1", "bodyStatus.pageA0Item4=1",
-         "bodyStatus.pageA0Item5=2", "bodyStatus.pageA0Item6=0", "bodyStatus.pageA0Item7=3"});
-    row({0xB0, 0x05, 71, 70, 0},
-        {"bodyStatus.pageB0Item0=1", "bodyStatus.pageB0Item1=0", "bodyStatus.pageB0Item2=1",
-         "bodyStatus.pageB0Item3=70", "bodyStatus.pageB0Item4=70", "bodyStatus.pageB0Item5=0"});
     row({0xB1, 0x10, 0x0F, 0xE0, 0},
         {"bodyStatus.pageB1Item0=1", "bodyStatus.pageB1Item1=0", "bodyStatus.pageB1Item2=0",
          "bodyStatus.pageB1Item3=15", "bodyStatus.pageB1Item4=1", "bodyStatus.pageB1Item5=1",
          "bodyStatus.pageB1Item6=1"});
-    row({0xB1, 0x0F, 0x10, 0x40, 0},
-        {"bodyStatus.pageB1Item0=0", "bodyStatus.pageB1Item1=1", "bodyStatus.pageB1Item2=1",
-         "bodyStatus.pageB1Item3=0", "bodyStatus.pageB1Item4=0", "bodyStatus.pageB1Item5=1"});
-    row({0xB2, 0xF8, 0xC0, 0, 0},
-        {"bodyStatus.pageB2Item0=1", "bodyStatus.pageB2Item1=3", "bodyStatus.pageB2Item2=1",
-         "bodyStatus.pageB2Item3=3"});
     row({0xC0, 0x03, 60, 0x80, 150},
         {"bodyStatus.pageC0Item0=3", "bodyStatus.pageC0Raw=60", "bodyStatus.pageC0Text=16.0\u2103",
          "bodyStatus.pageC0Item1=1", "bodyStatus.pageC0Item2=100"});
-    row({0xC0, 0, 195, 0, 0}, {"bodyStatus.pageC0Text=29.5\u2103", "bodyStatus.pageC0Raw=195"});
     row({0xC0, 0, 0, 0, 0}, {"bodyStatus.pageC0Text=LO"});
-    row({0xC0, 0, 255, 0, 0}, {"bodyStatus.pageC0Text=HI"});
     row({0xC0, 0, 59, 0, 0}, {"bodyStatus.pageC0Text="});
-    row({0xC0, 0, 196, 0, 0}, {"bodyStatus.pageC0Text="});
-    row({0xC1, 9, 9, 8, 0},
-        {"bodyStatus.pageC1Item0=9", "bodyStatus.pageC1Item1=8", "bodyStatus.pageC1Item2=8"});
     // a page the vehicle doesn't have changes nothing
     row({0x11, 0xFF, 0xFF, 0xFF, 0xFF}, {"bodyStatus.page10Item0=0", "bodyStatus.page10Item1=0"});
 }
@@ -916,30 +792,17 @@ void TestDriver28::drivingData_data()
         QTest::addRow("%s", f.toHex().constData()) << f << expected;
     };
     row({0x10, 0, 0x34, 0x12, 0, 0}, {"driving.shortDistanceTextA=4660km", "driving.shortValue1=4660"});
-    row({0x11, 1, 0x10, 0x00, 0, 0}, {"driving.shortDistanceTextB=16mi", "driving.shortValue2=16"});
     row({0x12, 2, 0xFF, 0xFF, 0, 0}, {"driving.shortDistanceTextC=65535km", "driving.shortValue1=0"});
-    row({0x20, 0, 0x39, 0x30, 0, 0}, {"driving.distanceTextA=1234km", "body.odometer=0"});
     row({0x21, 0, 0xF6, 0xFF, 0xFF, 0xFF}, {"driving.distanceTextB=-1km"});
     row({0x22, 1, 0x39, 0x30, 0x01, 0}, {"driving.distanceTextC=7788mi", "body.odometer=7788",
                                          "body.odometerUnit=1"});
-    row({0x30, 0, 0x4B, 0x00, 0, 0}, {"driving.consumptionTextA=7.0L/100km"});
     row({0x31, 3, 0x4B, 0x00, 0, 0}, {"driving.consumptionTextB=7.0 mpg(US)"});
-    row({0x32, 18, 0x64, 0x00, 0, 0}, {"driving.consumptionTextC=10.0kWh/100km"});
     row({0x32, 21, 0x64, 0x00, 0, 0}, {"driving.consumptionTextC=10.0mi/kWh"});
     row({0x30, 5, 0x4B, 0x00, 0, 0}, {"driving.consumptionTextA=7.0"});
-    row({0x40, 1, 0xE8, 0x03, 0, 0}, {"driving.speedTextA=100.0mph"});
-    row({0x41, 0, 0xE9, 0x03, 0, 0}, {"driving.speedTextB=100.0km/h"});
-    row({0x42, 2, 0xE8, 0x03, 0, 0}, {"driving.speedTextC=100.0"});
     row({0x50, 0x5A, 0x00, 0xAA, 0, 0}, {"driving.durationTextA=90.0minute"});
-    row({0x52, 0x00, 0x01, 0, 0, 0}, {"driving.durationTextC=256.0minute"});
-    row({0x60, 1, 0x0F, 0x00, 0, 0}, {"driving.flowText60=15.0l/h"});
     row({0x60, 2, 0x0F, 0x00, 0, 0}, {"driving.flowText60=15.0gal/h"});
     row({0x61, 0x07, 0x4B, 0x00, 0, 0}, {"driving.consumptionText61=7.0mpg(US)"});
-    row({0x61, 0x04, 0x4B, 0x00, 0, 0}, {"driving.consumptionText61=7.0L/100km"});
-    row({0x70, 0, 0x7B, 0x00, 0, 0}, {"driving.electricTextA=12.3kwh/100km"});
     row({0x71, 1, 0x85, 0xFF, 0, 0}, {"driving.electricTextB=-12.3km/kwh"});
-    row({0x72, 0, 0x00, 0x00, 0, 0}, {"driving.electricTextC=0kwh/100km"});
-    row({0x80, 42, 0, 0, 0, 0}, {"driving.numberText80=42"});
     row({0x13, 1, 1, 1, 1, 1}, {"driving.shortDistanceTextA=", "driving.numberText80="});
 }
 
@@ -968,9 +831,6 @@ void TestDriver28::amplifierAndDisplay_data()
           "electronicDisplay.displayState3=4", "electronicDisplay.displayByte=7",
           "electronicDisplay.displayWord3=258", "electronicDisplay.displayWord4=772",
           "electronicDisplay.displayPercent=100"}},
-        {frame28(0x52, {0, 0, 0, 0, 0x4C, 0, 0, 0, 0, 0, 55}),
-         {"electronicDisplay.displayState1=1", "electronicDisplay.displayState2=0",
-          "electronicDisplay.displayState3=3", "electronicDisplay.displayPercent=55"}},
         {frame28(0x53, {0x00, 0x34, 0x12}), {"electronicDisplay.displayWord5=4660"}},
         {frame28(0x53, {0x10, 'A', 'B'}),
          {"electronicDisplay.displayText1=" + str(frame28(0x53, {0x10, 'A', 'B'}).mid(4))}},
@@ -979,7 +839,6 @@ void TestDriver28::amplifierAndDisplay_data()
         // a 0x52 of another size is read as 0x53
         {text14, {"electronicDisplay.displayText1=" + str(text14.mid(4)),
                   "electronicDisplay.displayWord1=0"}},
-        {frame28(0x52, {0x00, 0x02, 0x01}), {"electronicDisplay.displayWord5=258"}},
     });
 }
 
@@ -989,7 +848,6 @@ void TestDriver28::electricManagement_data()
         {frame28(0x54, {0x00, 0x05}),
          {"electricManagement.managementBit2=1", "electricManagement.managementBit1=0",
           "electricManagement.managementBit0=1"}},
-        {frame28(0x54, {0x00}), {"electricManagement.managementBit0=0"}},
         {frame28(0x54, {0x02, 24, 60, 0xF3, 0xFE, 30, 70, 23, 59, 101}),
          {"electricManagement.timerBlock2.hour=23", "electricManagement.timerBlock2.minute=59",
           "electricManagement.timerBlock2.bit7=1", "electricManagement.timerBlock2.bit4=1",
@@ -1011,31 +869,6 @@ void TestDriver28::electricManagement_data()
         {frame28(0x54, {0x80, 0x07}), {"electricManagement.managementFlag=1"}},
         {frame28(0x54, {0x80, 0x00}), {"electricManagement.managementFlag=0"}},
     });
-}
-
-void TestDriver28::reminders()
-{
-    DriverHarness h(kId);
-    h.feed(frame28(0x60, {6, 1, 2, 3, 4, 5, 6, 0, 0}));
-    compareFields(h.driver(),
-                  {"parkingAssist.vehicleReminder1=Windscreen could become fogged",
-                   "parkingAssist.vehicleReminder6=Starting start-stop system",
-                   "parkingAssist.vehicleReminderFlag=0"});
-    // Two reminders now: the places behind keep their texts.
-    h.feed(frame28(0x60, {2, 0, 33, 0, 0, 0, 0, 9, 0}));
-    compareFields(h.driver(),
-                  {"parkingAssist.vehicleReminder1=Trailer mode",
-                   "parkingAssist.vehicleReminder2=Start-stop system requires engine to be running",
-                   "parkingAssist.vehicleReminder3=No driver detected",
-                   "parkingAssist.vehicleReminderFlag=1"});
-    h.feed(frame28(0x60, {9, 34, 25, 12, 255, 32, 28, 0, 0}));
-    compareFields(h.driver(),
-                  {"parkingAssist.vehicleReminder1=",
-                   "parkingAssist.vehicleReminder2=System protection intervention Button/leveractivated too often",
-                   "parkingAssist.vehicleReminder3=Power consumption is high",
-                   "parkingAssist.vehicleReminder4=",
-                   "parkingAssist.vehicleReminder5=Power consumption is high",
-                   "parkingAssist.vehicleReminder6=Air conditioning requires engine to be running"});
 }
 
 void TestDriver28::consumerPrompts()
@@ -1068,16 +901,11 @@ void TestDriver28::inspection_data()
     row({0x10, 0x01, 0x1E, 0x00}, {"inspection.inspectionDays1=30day"});
     row({0x10, 0x02, 0x05, 0x00}, {"inspection.inspectionDays1=Overdue by 5 day"});
     row({0x20, 0x01, 0x2C, 0x01}, {"inspection.inspectionDays2=300day"});
-    row({0x20, 0x02, 0x05, 0x00}, {"inspection.inspectionDays2=Overdue by 5day"});
     row({0x11, 0x01, 0x0C, 0x00}, {"inspection.inspectionDistance1=distance 1200km"});
     row({0x11, 0x22, 0x0C, 0x00}, {"inspection.inspectionDistance1=Overdue by 1200mi"});
-    row({0x21, 0x12, 0x0C, 0x00}, {"inspection.inspectionDistance2=Overdue by 1200mi"});
     row({0x21, 0x01, 0xFF, 0xFF}, {"inspection.inspectionDistance2=distance 6553500km"});
     row({0x10, 0x00, 0x05, 0x00}, {"inspection.inspectionDays1=--"});
-    row({0x10, 0x03, 0x05, 0x00}, {"inspection.inspectionDays1=--"});
-    row({0x11, 0xF0, 0x05, 0x00}, {"inspection.inspectionDistance1=--"});
     row({0x22, 0x01}, {"inspection.inspectionFlag=1"});
-    row({0x22, 0xFE}, {"inspection.inspectionFlag=0"});
     row({0x30, 0x01, 0x05, 0x00}, {"inspection.inspectionDays1=", "inspection.inspectionFlag=0"}, 0);
 }
 
@@ -1149,7 +977,7 @@ void TestDriver28::unknownTypes_data()
 {
     QTest::addColumn<QByteArray>("frame");
     QTest::addColumn<int>("handled");
-    for (int type : {0x00, 0x13, 0x15, 0x2B, 0x31, 0x42, 0x55, 0x61, 0x64, 0x67, 0x69, 0xC0, 0xFF}) {
+    for (int type : {0x00, 0x2B, 0x61, 0xFF}) {
         const QByteArray f = frame28(quint8(type), {1, 2, 3, 4, 5, 6, 7, 8, 9, 10});
         QTest::addRow("%s", f.toHex().constData()) << f << 0;
     }
@@ -1179,32 +1007,22 @@ void TestDriver28::wrongSizes_data()
     row(0x21, 8);
     row(0x21, 10);
     row(0x22, 5);
-    row(0x23, 5);
     row(0x24, 1);
-    row(0x24, 3);
     row(0x25, 3);
     row(0x27, 2);
-    row(0x27, 4);
     row(0x28, 4);
-    row(0x28, 6);
     row(0x2A, 3);
     row(0x32, 5);
-    row(0x33, 7);
     row(0x40, 4);
     row(0x40, 6);
     row(0x50, 5);
-    row(0x50, 7);
     row(0x51, 6);
-    row(0x51, 8);
     row(0x60, 7);
     row(0x62, 2);
     row(0x66, 5);
-    row(0x66, 7);
     row(0x68, 1);
-    row(0x68, 3);
     // Straight to the parser: a frame cut anywhere.
     QTest::addRow("2e") << QByteArray::fromHex("2e");
-    QTest::addRow("2e21") << QByteArray::fromHex("2e21");
     QTest::addRow("2e4009") << QByteArray::fromHex("2e4009");
 }
 
@@ -1222,34 +1040,6 @@ void TestDriver28::wrongSizes()
     QCOMPARE(after.frame14Payload, before.frame14Payload);
     QCOMPARE(after.driving.shortDistanceTextA, before.driving.shortDistanceTextA);
     QCOMPARE(int(after.amplifier.ampLevel), int(before.amplifier.ampLevel));
-}
-
-void TestDriver28::shippedScenarioIsTaken()
-{
-    // Every step of the box scenario is a frame this driver takes and acts on, so the
-    // simulator shows what the scenario's notes say.
-    QFile file(QStringLiteral(CANBUS_SOURCE_DIR "/scenarios/28/mqb.json"));
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QJsonObject scenario = QJsonDocument::fromJson(file.readAll()).object();
-    QCOMPARE(scenario.value(QLatin1String("protocol")).toInt(), kId);
-    const QJsonArray steps = scenario.value(QLatin1String("steps")).toArray();
-    QVERIFY(steps.size() > 20);
-
-    DriverHarness h(kId);
-    h.driver()->setInReverse(true);
-    Spies spies(h.driver());
-    for (const QJsonValue& v : steps) {
-        const QJsonObject step = v.toObject();
-        const QString note = step.value(QLatin1String("note")).toString();
-        bool ok = false;
-        const quint8 type = quint8(step.value(QLatin1String("type")).toString().toUInt(&ok, 16));
-        QVERIFY2(ok, qPrintable(note));
-        const QByteArray data = QByteArray::fromHex(step.value(QLatin1String("data")).toString().toLatin1());
-        const int before = spies.total() + h.keys().size();
-        QCOMPARE(h.feed(frame28(type, data)), 0);
-        QVERIFY2(spies.total() + h.keys().size() > before, qPrintable(note));
-    }
-    QVERIFY(h.driver()->isConnectedState());
 }
 
 QTEST_GUILESS_MAIN(TestDriver28)
