@@ -250,11 +250,9 @@ void TestSerialPortObj::typesWithoutFrameSendNothing_data()
     QTest::addColumn<int>("param");
     QTest::addRow("type -1") << -1 << -1;
     QTest::addRow("type 36") << 36 << 0;
-    QTest::addRow("type 255") << 255 << 0;
     QTest::addRow("selection without choice") << 30 << -1;
     QTest::addRow("selection 3") << 30 << 3;
     QTest::addRow("reversing mute 4") << 35 << 4;
-    QTest::addRow("reversing mute -1") << 35 << -1;
 }
 
 void TestSerialPortObj::typesWithoutFrameSendNothing()
@@ -292,14 +290,10 @@ void TestSerialPortObj::start2EFrames_data()
 
     const QVariantList none;
     QTest::addRow("2e090101f4") << hex("2e090101f4") << QVariantList{true} << none << QByteArray();
-    QTest::addRow("2e090100f5") << hex("2e090100f5") << QVariantList{false} << none << QByteArray();
     QTest::addRow("2e090102f3 ignition 2 ignored") << hex("2e090102f3") << none << none << QByteArray();
     QTest::addRow("2e080201fff5") << hex("2e080201fff5") << none << QVariantList{true} << QByteArray();
-    QTest::addRow("2e080200fff6") << hex("2e080200fff6") << none << QVariantList{false} << QByteArray();
     QTest::addRow("2e080201fef6 not confirmed") << hex("2e080201fef6") << none << none << QByteArray();
-    QTest::addRow("2e080202fff4 night 2 ignored") << hex("2e080202fff4") << none << none << QByteArray();
     QTest::addRow("2e080101f5 too short") << hex("2e080101f5") << none << none << QByteArray();
-    QTest::addRow("2e7f01017e unknown type") << hex("2e7f01017e") << none << none << QByteArray();
     QTest::addRow("2e090101f5 bad checksum") << hex("2e090101f5") << none << none << hex("f0");
     QTest::addRow("2e090101f5 2e090100f5") << hex("2e090101f5" "2e090100f5") << QVariantList{false} << none
                                            << hex("f0");
@@ -441,13 +435,10 @@ void TestSerialPortObj::keys_data()
     QTest::addColumn<QByteArray>("frames");
     QTest::addColumn<KeyEvents>("events");
 
-    // Every MCU key number with its keyboard number, pressed and released.
+    // MCU key numbers with their keyboard numbers, pressed and released: the ends of
+    // the table and one that shares its keyboard number with another.
     struct Row { quint8 number; unsigned long keyboard; };
-    constexpr Row table[] = {
-        {3, 250},  {4, 157},  {5, 155},  {6, 156},  {7, 153},  {8, 154},  {9, 314},  {10, 344},
-        {11, 347}, {12, 148}, {13, 149}, {14, 167}, {15, 166}, {18, 232}, {19, 233}, {20, 325},
-        {21, 247}, {22, 347}, {24, 351}, {25, 314},
-    };
+    constexpr Row table[] = {{3, 250}, {22, 347}, {25, 314}};
     for (const Row& r : table) {
         const QByteArray frames = mcusim::keyFrame(r.number, 1) + mcusim::keyFrame(r.number, 0);
         QTest::addRow("%s", frames.toHex().constData()) << frames << KeyEvents{down(r.keyboard), up(r.keyboard)};
@@ -456,9 +447,7 @@ void TestSerialPortObj::keys_data()
     QTest::addRow("2e06023101c5 2e06023100c6") << hex("2e06023101c5" "2e06023100c6")
                                               << KeyEvents{down(348), up(348), up(348)};
     QTest::addRow("2e06023201c4") << hex("2e06023201c4") << KeyEvents{down(349), up(349)};
-    QTest::addRow("2e06020e01e8 held") << hex("2e06020e01e8") << KeyEvents{down(167)};
     QTest::addRow("2e06020e02e7 state 2 ignored") << hex("2e06020e02e7") << KeyEvents{};
-    QTest::addRow("2e06010eea no state") << hex("2e06010eea") << KeyEvents{};
     // A number without a key still reaches the device, as keyboard number 0.
     QTest::addRow("2e06021001e6 unknown") << hex("2e06021001e6" "2e06021000e7") << KeyEvents{down(0), up(0)};
     // The release goes to the key pressed last.
@@ -535,11 +524,9 @@ void TestSerialPortObj::touches_data()
     // x = byte 5 + the high nibble of byte 6 above it; y = the low nibble of byte 6
     // above byte 7.
     QTest::addRow("down 0534125600") << ff55("05013412560000 00") << 0x40044BE8ul << 0x134 << 0x256;
-    QTest::addRow("move 05020000") << ff55("05020000000000 00") << 0x40044BE9ul << 0 << 0;
     QTest::addRow("up 0503ffffff") << ff55("0503ffffff0000 00") << 0x40044BEAul << 0xFFF << 0xFFF;
     QTest::addRow("down 0501203158") << ff55("05012031580000 00") << 0x40044BE8ul << 800 << 0x158;
     QTest::addRow("action 0") << ff55("0500010203000000") << 0ul << 0x01 << 0x203;
-    QTest::addRow("action 4") << ff55("0504010203000000") << 0ul << 0x01 << 0x203;
 }
 
 void TestSerialPortObj::touches()
@@ -618,27 +605,17 @@ void TestSerialPortObj::requests_data()
             << QString::fromLatin1(front);
     };
     row(0x02, 0x00, "-", "", "carplay/1", "");
-    row(0x01, 0x00, "-", "", "carlife/0", "");
     row(0x04, 0x00, "usb", "ff550903040000f001000001", "", "");
-    row(0x04, 0x00, "card", "ff550903040000f001000001", "", "");
     row(0x04, 0x00, "carplay", "ff550903090200f001000008", "", "");
-    row(0x04, 0x00, "carlife", "ff550903080100f001000006", "", "");
     row(0x04, 0x00, "radio", "ff550901030000f0010000fe", "", "");
-    row(0x04, 0x00, "-", "ff550901030000f0010000fe", "", "");
     row(0x05, 0x00, "carlife", "ff550903060100f001000004", "", "");
-    row(0x05, 0x00, "carplay", "ff550903060100f001000004", "", "");
     row(0x05, 0x00, "usb", "ff550903060000f001000003", "", "");
-    row(0x05, 0x00, "-", "ff550903060000f001000003", "", "");
     row(0x06, 0x00, "-", "ff550903090400f00100000a", "", "");
-    row(0x07, 0x00, "-", "ff550903090400f00100000a", "", "");
     row(0x08, 0x00, "-", "", "", "");
     row(0x09, 0x00, "-", "", "", "carplay");
     row(0x0A, 0x00, "-", "ff5509030e0000f00100000b", "", "");
-    row(0x0A, 0x01, "-", "ff5509030e0100f00100000c", "", "");
     row(0x0A, 0x02, "-", "ff5509030e0200f00100000d", "", "");
     row(0x0A, 0x03, "-", "", "", "");
-    row(0x0A, 0x05, "-", "", "", "");
-    row(0x0A, 0x06, "-", "", "", "");
     row(0x0C, 0x00, "-", "", "", "");
     // The same bytes with anything else in the fixed part are not requests.
     QTest::addRow("ff55090104000001 not fixed") << ff55("0104000001010000") << QStringLiteral("usb")
@@ -762,32 +739,18 @@ void TestSerialPortObj::malformedScenariosAreRefused_data()
         QTest::addRow("%s", *json ? json : "(empty)") << QByteArray(json) << QString::fromUtf8(error);
     };
     row("", "not valid JSON");
-    row("{\"steps\": [", "not valid JSON");
     row("[]", "must be a JSON object");
     row("{}", "\"steps\" must be a list");
-    row("{\"steps\": []}", "\"steps\" must be a list");
-    row("{\"steps\": {}}", "\"steps\" must be a list");
     row("{\"stepz\": [{\"key\": 1}]}", "unknown field \"stepz\"");
     row("{\"steps\": [{\"key\": 1}], \"loop\": \"yes\"}", "\"loop\" must be true or false");
-    row("{\"steps\": [{\"key\": 1}], \"description\": 5}", "\"description\" must be text");
     row("{\"steps\": [1]}", "step 1: must be an object");
     row("{\"steps\": [{}]}", "step 1: nothing to send");
     row("{\"steps\": [{\"key\": 300}]}", "step 1: \"key\" must be a whole number from 0 to 255");
-    row("{\"steps\": [{\"key\": 1.5}]}", "step 1: \"key\" must be a whole number");
-    row("{\"steps\": [{\"key\": \"14\"}]}", "step 1: \"key\" must be a whole number");
     row("{\"steps\": [{\"key\": 1, \"action\": \"hold\"}]}", "step 1: \"action\" must be one of");
-    row("{\"steps\": [{\"key\": 1, \"hold\": -5}]}", "step 1: \"hold\" must be");
     row("{\"steps\": [{\"key\": 1, \"touch\": \"down\"}]}", "step 1: \"key\" and \"touch\" in one step");
-    row("{\"steps\": [{\"key\": 1, \"colour\": \"red\"}]}", "step 1: unknown field \"colour\"");
     row("{\"steps\": [{\"touch\": \"down\", \"x\": 5000, \"y\": 1}]}", "step 1: \"x\" must be");
-    row("{\"steps\": [{\"touch\": \"down\", \"x\": 5}]}", "step 1: \"y\" must be");
-    row("{\"steps\": [{\"touch\": \"tap\", \"x\": 5, \"y\": 5}]}", "step 1: \"touch\" must be one of");
-    row("{\"steps\": [{\"ignition\": \"yes\"}]}", "step 1: \"ignition\" must be true or false");
     row("{\"steps\": [{\"raw\": \"2e0\"}]}", "step 1: \"raw\" must be hexadecimal bytes");
-    row("{\"steps\": [{\"raw\": \"\"}]}", "step 1: \"raw\" must be hexadecimal bytes");
     row("{\"steps\": [{\"version\": \"0102\"}]}", "step 1: \"version\" must be 3 bytes in hexadecimal");
-    row("{\"steps\": [{\"select\": 6}]}", "step 1: \"select\" must be");
-    row("{\"steps\": [{\"wait\": -1}]}", "step 1: \"wait\" must be");
     row("{\"steps\": [{\"ignition\": true}, {\"request\": \"make-coffee\"}]}", "step 2: \"request\" must be one of");
 }
 
