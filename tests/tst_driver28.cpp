@@ -217,7 +217,6 @@ private slots:
     void climateResetsOutdoorAndTyres();
     void rearClimate_data();
     void rearClimate();
-    void rearClimateFollowsThePanelUnit();
 
     void outdoorTemperature_data();
     void outdoorTemperature();
@@ -244,13 +243,11 @@ private slots:
     void amplifierAndDisplay() { checkDataFrame(); }
     void electricManagement_data();
     void electricManagement() { checkDataFrame(); }
-    void consumerPrompts();
     void inspection_data();
     void inspection();
     void tyres_data();
     void tyres() { checkDataFrame(); }
 
-    void recordTravelsAsVariant();
     void unknownTypes_data();
     void unknownTypes();
     void wrongSizes_data();
@@ -494,19 +491,6 @@ void TestDriver28::rearClimate_data()
 void TestDriver28::rearClimate()
 {
     checkDataFrame();
-}
-
-void TestDriver28::rearClimateFollowsThePanelUnit()
-{
-    DriverHarness h(kId);
-    h.feed(frame28(0x28, {0, 0, 0, 28, 0}));
-    compareFields(h.driver(), {"rearAir.rearTempText=29.5"});
-    // A code outside the scale keeps the text shown.
-    h.feed(frame28(0x28, {0, 0, 0, 30, 0}));
-    compareFields(h.driver(), {"rearAir.rearTempText=29.5"});
-    h.feed(frame28(0x21, {0x80, 0, 4, 4, 0x01, 0, 0, 0, 0}));
-    h.feed(frame28(0x28, {0, 0, 0, 5, 0}));
-    compareFields(h.driver(), {"rearAir.rearTempText=64"});
 }
 
 // ---- outdoor temperature and doors ---------------------------------------------------
@@ -871,24 +855,6 @@ void TestDriver28::electricManagement_data()
     });
 }
 
-void TestDriver28::consumerPrompts()
-{
-    DriverHarness h(kId);
-    QSignalSpy data(h.driver(), SIGNAL(dataChanged()));
-    h.feed(frame28(0x62, {3, 7, 9, 18}));
-    compareFields(h.driver(),
-                  {"parkingAssist.consumerPrompt1=Right head area heating",
-                   "parkingAssist.consumerPrompt2=Right head area heating",
-                   "parkingAssist.consumerPrompt3=Drink holder"});
-    h.feed(frame28(0x62, {2, 0, 19, 1}));
-    compareFields(h.driver(),
-                  {"parkingAssist.consumerPrompt1=", "parkingAssist.consumerPrompt2=",
-                   "parkingAssist.consumerPrompt3=Drink holder"});
-    h.feed(frame28(0x62, {1, 1, 0, 0, 0}));
-    compareFields(h.driver(), {"parkingAssist.consumerPrompt1=Air conditioning"});
-    QCOMPARE(data.count(), 3);
-}
-
 void TestDriver28::inspection_data()
 {
     QTest::addColumn<QByteArray>("frame");
@@ -945,33 +911,6 @@ void TestDriver28::tyres_data()
 }
 
 // ---- the record and bad input --------------------------------------------------------
-
-void TestDriver28::recordTravelsAsVariant()
-{
-    DriverHarness h(kId);
-    h.feed(frame28(0x40, {0x40, 0, 0, 0, 0x20}));
-    h.feed(frame28(0x50, {0x80, 42, 0, 0, 0, 0}));
-    QVariant v = h.driver()->getDataInfo();
-    QCOMPARE(v.typeName(), "Data28Info");
-    Data28Info copy = v.value<Data28Info>();
-    QCOMPARE(int(copy.bodyStatus.page40Item9), 2);
-    QCOMPARE(copy.driving.numberText80, QStringLiteral("42"));
-
-    copy.amplifier.ampLevel = 12;
-    copy.inspection.inspectionDays1 = QStringLiteral("10day");
-    QSignalSpy data(h.driver(), SIGNAL(dataChanged()));
-    h.driver()->setDataInfo(QVariant::fromValue(copy));
-    QCOMPARE(data.count(), 1);
-    compareFields(h.driver(), {"amplifier.ampLevel=12", "inspection.inspectionDays1=10day",
-                               "bodyStatus.page40Item9=2"});
-    // Something else is not a record of this driver.
-    h.driver()->setDataInfo(QVariant(5));
-    QCOMPARE(data.count(), 1);
-
-    copy.clear();
-    QCOMPARE(int(copy.bodyStatus.page40Item9), 0);
-    QVERIFY(copy.driving.numberText80.isEmpty());
-}
 
 void TestDriver28::unknownTypes_data()
 {

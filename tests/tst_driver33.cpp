@@ -84,7 +84,6 @@ private slots:
 
     void shortFrames_data();
     void shortFrames();
-    void unknownType();
 
     void climateSlots_data();
     void climateSlots();
@@ -628,19 +627,6 @@ void TestDriver33::shortFrames()
     // The whole frame does something.
     QCOMPARE(h.driver()->checkProtocolData(frame(type, data)), 1);
     QVERIFY(h.activity() > 0);
-}
-
-void TestDriver33::unknownType()
-{
-    DriverHarness h(kId);
-    QSignalSpy any(h.driver(), SIGNAL(dataChanged()));
-    QCOMPARE(h.driver()->checkProtocolData(frame(0x13, {1, 2, 3})), 0);
-    QCOMPARE(h.driver()->checkProtocolData(QByteArray()), 0);
-    // A 0x7D frame with an unknown or cut sub-frame changes nothing but still tells.
-    QCOMPARE(h.driver()->checkProtocolData(frame(0x7D, {0x42, 1, 2, 3, 4, 5})), 1);
-    QCOMPARE(h.driver()->checkProtocolData(hex("2e7d")), 1);
-    QCOMPARE(any.count(), 2);
-    QCOMPARE(info(h).mileage.gbkText, QString());
 }
 
 void TestDriver33::climateSlots_data()

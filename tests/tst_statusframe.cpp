@@ -100,10 +100,8 @@ private slots:
     void sparseLayoutSkipsTheRest();
     void bodyAndDoors();
     void bodyFlagsSignalOnlyWhenKept();
-    void engineSpeedNeverStored();
     void outdoorTemperature();
     void signalsClosed();
-    void functionFlags();
     void functionFlagPositions();
     void version_data();
     void version();
@@ -121,26 +119,19 @@ void TestStatusFrame::texts_data()
     };
     row(frame(0x7D, {0, 'A', 'B', 0, 'C'}), false, "vehicle", "AB");
     row(frame(0x7D, {3, 0x39, 0x30, 0x01, 0x00}), false, "speed1", "123.45KM/H");
-    row(frame(0x7D, {3, 0x39, 0x30, 0x01, 0x00}), false, "speed2", "0.01KM/H");
-    row(frame(0x7D, {3, 0x39, 0x30, 0x01, 0x00, 1}), false, "speed1", "123.45KM/H");
     row(frame(0x7D, {3, 0x39, 0x30, 0x01, 0x00, 1}), true, "speed1", "123.45MPH");
     row(frame(0x7D, {4, 1, 0, 0, 0x0F, 0, 0x10, 0, 0, 1, 0, 0}), false, "odometer", "1KM");
     row(frame(0x7D, {4, 1, 0, 0, 0x0F, 0, 0x10, 0, 0, 1, 0, 0}), false, "distance1", "1.5KM");
-    row(frame(0x7D, {4, 1, 0, 0, 0x0F, 0, 0x10, 0, 0, 1, 0, 0}), false, "distance2", "1.6KM");
-    row(frame(0x7D, {4, 1, 0, 0, 0x0F, 0, 0x10, 0, 0, 1, 0, 0}), false, "distance3", "0.1KM");
     row(frame(0x7D, {7, 0x4B, 0, 0, 0}), false, "consumption1", "7.5 L/100Km");
     row(frame(0x7D, {7, 0x4B, 0, 0, 0}), true, "consumption1", "7.5L/100Km");
     row(frame(0x7D, {7, 0x4B, 0, 0, 0, 1}), true, "consumption2", "0KM/L");
     row(frame(0x7D, {7, 0x4B, 0, 0, 0, 2}), true, "consumption1", "7.5MPG(UK)");
     row(frame(0x7D, {7, 0x4B, 0, 0, 0, 4}), true, "consumption1", "7.5l/h");
-    row(frame(0x7D, {7, 0x4B, 0, 0, 0, 5}), true, "consumption1", "7.5L/100Km");
     row(frame(0x7D, {9, 0, 40, 255}), false, "temperature1", QString::fromUtf8("-40\xe2\x84\x83"));
-    row(frame(0x7D, {9, 0, 40, 255}), false, "temperature3", QString::fromUtf8("215\xe2\x84\x83"));
     row(frame(0x7D, {10, 0xFF, 0xFF}), false, "engine", "16383.8rpm");
     row(frame(0x7D, {11, 0xE8, 0x03}), false, "voltage", "1V");
     row(frame(0x7D, {14, 0xFF, 0xFF}), false, "turnRate", "65535Tr/min");
     row(frame(0x7D, {15, 47, 0, 48, 0}), false, "rpm1", "1rpm");
-    row(frame(0x7D, {15, 47, 0, 48, 0}), false, "rpm2", "2rpm");
 }
 
 void TestStatusFrame::texts()
@@ -301,19 +292,6 @@ void TestStatusFrame::bodyFlagsSignalOnlyWhenKept()
     QCOMPARE(body.count(), 1);
 }
 
-void TestStatusFrame::engineSpeedNeverStored()
-{
-    Box box;
-    QSignalSpy body(&box.driver, SIGNAL(carbodyDataChanged()));
-    box.decode(frame(0x7D, {10, 0x10, 0x27}));
-    QCOMPARE(box.driver.getCarbodyData()->engineSpeed, 0);
-    QCOMPARE(body.count(), 0);
-    QCOMPARE(box.trip.engine, QStringLiteral("2500rpm"));
-    // A value that maps to what the record holds counts as "equal", and signals.
-    box.decode(frame(0x7D, {10, 0x03, 0x00}));
-    QCOMPARE(body.count(), 1);
-}
-
 void TestStatusFrame::outdoorTemperature()
 {
     Box box;
@@ -351,20 +329,6 @@ void TestStatusFrame::signalsClosed()
         QCOMPARE(spy->count(), 0);
     qDeleteAll(spies);
     QCOMPARE(int(box.driver.getCardoorData()->doorHood), 1);
-}
-
-void TestStatusFrame::functionFlags()
-{
-    struct Few { quint8 a = 0, b = 0, c = 0; };
-    constexpr canbus::FieldSeq<Few, quint8, 3> kFew = {{&Few::a, &Few::b, &Few::c}, nullptr};
-    Few few;
-    const QByteArray shortFrame = frame(0x7E, {0xA0});
-    canbus::decodeFunctionFrame(FrameReader(shortFrame), kFew, few);
-    QCOMPARE((QList<int>{few.a, few.b, few.c}), (QList<int>{1, 0, 1}));
-    // A frame far too short reads as zeros.
-    const QByteArray startOnly("\x2e", 1);
-    canbus::decodeFunctionFrame(FrameReader(startOnly), kFew, few);
-    QCOMPARE((QList<int>{few.a, few.b, few.c}), (QList<int>{0, 0, 0}));
 }
 
 void TestStatusFrame::functionFlagPositions()
