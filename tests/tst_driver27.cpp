@@ -227,8 +227,9 @@ void TestDriver27::climate_data()
     row(climateFrame({0, 0x7E, 0, 0, 0, 0, 0, 0}), false,
         {"airAC=1", "airDefrostRear=1", "airDefrostFront=1", "seatHotRight=3",
          "seatHotLeft=2", "seatHotVisible=1", "rawFrame=7e"});
-    row(climateFrame({0, 0x81, 0, 0, 0, 0, 0, 0}), false,
-        {"airAC=0", "seatHotLeft=1", "seatHotRight=0", "rawFrame=81"});
+    row(climateFrame({0, 0xA1, 0, 0, 0, 0, 0, 0}), false,
+        {"airAC=0", "airDefrostRear=1", "airDefrostFront=0", "seatHotLeft=1", "seatHotRight=0",
+         "rawFrame=a1"});
     // set points: 0 unused, 1 low, 255 high, 18..26 whole degrees, the rest blank
     row(climateFrame({0, 0, 20, 255, 0, 0, 0, 0}), false,
         {"tempLeftVisible=1", "tempLeft=20", "tempLeftLow=0", "tempLeftHigh=0",

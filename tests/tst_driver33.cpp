@@ -178,8 +178,9 @@ void TestDriver33::frontClimate_data()
     // 2 and 56 lie outside the degrees: the texts stay as byte 3 left them.
     row({0x19, 0x00, 0x01, 2, 56, 0}, {"tempLeft=25", "tempRight=25", "tempLeftLow=0",
                                       "tempRightHigh=0", "tempLeftFahrenheit=0"});
-    // Both set points 0: the zones keep byte 3's Fahrenheit mark.
-    row({0x19, 0x00, 0x01, 0, 0, 0}, {"tempLeftFahrenheit=255", "tempRightFahrenheit=255"});
+    // Both set points 0: the zones keep byte 3's Fahrenheit mark. Rear defrost alone.
+    row({0x19, 0x20, 0x01, 0, 0, 0}, {"tempLeftFahrenheit=255", "tempRightFahrenheit=255",
+                                      "airDefrostRear=1", "airDefrostFront=0"});
     // The last degree and the formula's rounding: 4 is 18.7, 55 is 31.5.
     row({0x10, 0x00, 0x01, 4, 55, 0}, {"tempLeft=18.7", "tempRight=31.5"});
 }
