@@ -91,7 +91,7 @@ bool CommonDriver::needSendConnect(int& intervalMs, QByteArray& frame)
     case ConnectForm::RequestFirst: {
         // The request goes out on every call, also once the box has answered.
         const ConnectRequest& r = m_profile.request;
-        emitDataLater(makeFrame(0x90, QByteArray(reinterpret_cast<const char*>(r.bytes), r.size)),
+        emitDataLater(makeFrame(r.type, QByteArray(reinterpret_cast<const char*>(r.bytes), r.size)),
                       kRequestDelayMs);
         Q_FALLTHROUGH();
     }

@@ -100,7 +100,7 @@ const DriverEntry kDrivers[] = {
     {37, FrameFamily::Start2E, 0, &make<Canbus37Obj>},
     {38, FrameFamily::Start2E, 0, &make<Canbus38Obj>},
     {39, FrameFamily::Start2E, 0, &make<Canbus39Obj>},
-    {40, FrameFamily::Start2E, 0, &make<Canbus40Obj>},
+    {40, FrameFamily::Start2E, 41, &make<Canbus40Obj>},   // extends 41: no frames of its own
     {41, FrameFamily::Start2E, 0, &make<Canbus41Obj>},
     {42, FrameFamily::Start2E, 0, &make<Canbus42Obj>},
     {43, FrameFamily::Start2E, 0, &make<Canbus43Obj>},

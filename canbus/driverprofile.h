@@ -24,11 +24,13 @@ enum class DisconnectForm : quint8 {
     Never,         // nothing, and the connection is kept
 };
 
-// Data of the 0x90 request frame that asks the box for one frame type.
+// The request frame that asks the box for its data, 150 ms behind every connect call:
+// most boxes take a 0x90 frame naming one frame type.
 struct ConnectRequest
 {
     quint8 size;
     quint8 bytes[2];
+    quint8 type = 0x90;
 };
 
 struct DriverProfile
@@ -60,6 +62,13 @@ struct DriverProfile
     {
         DriverProfile p = connecting(ConnectForm::RequestFirst);
         p.request = {2, {type, arg}};
+        return p;
+    }
+    // A request of another frame type: [type, data].
+    constexpr DriverProfile requestingFrame(quint8 type, quint8 data) const
+    {
+        DriverProfile p = connecting(ConnectForm::RequestFirst);
+        p.request = {1, {data, 0}, type};
         return p;
     }
     constexpr DriverProfile disconnecting(DisconnectForm form) const

@@ -5,6 +5,6 @@ constexpr auto kProfile = canbus::DriverProfile{canbus::FrameFamily::Start2E, ca
 }
 
 Canbus40Obj::Canbus40Obj(QObject* parent)
-    : RecordDriver(40, kProfile, parent)
+    : Canbus41Obj(40, kProfile, parent)
 {
 }
