@@ -37,8 +37,7 @@ void TestDriver41::doorsAndBodyFlags_data()
                        "doorTrunk=0", "doorHood=0"}
         << QStringList{"bodyFlag2=1", "bodyFlag1=1"};
     QTest::addRow("2e24025808") << frame(0x24, {0x58, 0x08})
-        << QStringList{"doorFrontRight=0", "doorFrontLeft=1", "doorRearRight=0", "doorRearLeft=1",
-                       "doorTrunk=1"}
+        << QStringList{"doorFrontLeft=1", "doorRearLeft=1", "doorTrunk=1"}
         << QStringList{"bodyFlag2=0", "bodyFlag1=0"};
 }
 
@@ -90,7 +89,6 @@ void TestDriver41::keys_data()
     // D0 0 repeats the last key with whatever state D1 carries.
     QTest::addRow("repeat with state 2") << L{frame(0x20, {6, 1}), frame(0x20, {0, 2})}
                                          << QList<int>{149, 1, 149, 2};
-    QTest::addRow("number without a key") << L{frame(0x20, {7, 1})} << QList<int>{0, 1};
 }
 
 void TestDriver41::keys()
@@ -111,8 +109,6 @@ void TestDriver41::versionAndUnknownTypes()
     QCOMPARE(h.driver()->checkProtocolData(frame(0xFF, QByteArray("Q3 1.2\0x", 8))), 1);
     QVERIFY(h.driver()->isConnectedState());
     QCOMPARE(h.driver()->getVersionData(), QStringLiteral("Q3 1.2"));
-    QVERIFY(h.manager()->hadReverseLine());
-    QVERIFY(!h.manager()->hadExInfo());
     QCOMPARE(int(h.driver()->getAirData()->airValid), 0);
 }
 
