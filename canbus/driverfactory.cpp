@@ -131,9 +131,9 @@ const DriverEntry kDrivers[] = {
     {71, FrameFamily::Start2E, 0, &make<Canbus71Obj>},
     {72, FrameFamily::Start2E, 0, &make<Canbus72Obj>},
     {73, FrameFamily::Start2E, 0, &make<Canbus73Obj>},
-    {74, FrameFamily::Start2E, 0, &make<Canbus74Obj>},
-    {75, FrameFamily::Start2E, 0, &make<Canbus75Obj>},
-    {76, FrameFamily::Start2E, 0, &make<Canbus76Obj>},
+    {74, FrameFamily::Start2E, 73, &make<Canbus74Obj>},   // extends 73: no frames of its own
+    {75, FrameFamily::Start2E, 73, &make<Canbus75Obj>},   // extends 73: no frames of its own
+    {76, FrameFamily::Start2E, 73, &make<Canbus76Obj>},   // extends 73: no frames of its own
     {77, FrameFamily::Start2E, 0, &make<Canbus77Obj>},
     {78, FrameFamily::Start2E, 0, &make<Canbus78Obj>},
     {79, FrameFamily::Start2E, 0, &make<Canbus79Obj>},

@@ -6,6 +6,6 @@ constexpr auto kProfile = canbus::DriverProfile{canbus::FrameFamily::Start2E, ca
 }
 
 Canbus74Obj::Canbus74Obj(QObject* parent)
-    : RecordDriver(74, kProfile, parent)
+    : Canbus73Obj(74, kProfile, parent)
 {
 }

@@ -1,17 +1,11 @@
 #pragma once
-// Dongfeng "scenery", box by RuiZiCheng.
-#include "recorddriver.h"
+// Dongfeng "scenery", box by RuiZiCheng: the S560's frames on a row of its own.
+#include "../canbus73/canbus73.h"
 
-class Data74Info : public DataIdInfo
-{
-public:
-    void clear() {}
-};
-Q_DECLARE_METATYPE(Data74Info)
-
-class Canbus74Obj : public RecordDriver<Data74Info>
+class Canbus74Obj : public Canbus73Obj
 {
     Q_OBJECT
 public:
     explicit Canbus74Obj(QObject* parent = nullptr);
+    bool inheritedById(int id) const override { return id == 73 || Canbus73Obj::inheritedById(id); }
 };

@@ -1,10 +1,12 @@
 #include "canbus76.h"
 
 namespace {
+// The catalogue's families don't list this box; it walks as its sibling 73 does, whose
+// frames it speaks.
 constexpr auto kProfile = canbus::DriverProfile{canbus::FrameFamily::Start2E, canbus::WalkVariant::A};
 }
 
 Canbus76Obj::Canbus76Obj(QObject* parent)
-    : RecordDriver(76, kProfile, parent)
+    : Canbus73Obj(76, kProfile, parent)
 {
 }
