@@ -127,8 +127,8 @@ const DriverEntry kDrivers[] = {
     {65, FrameFamily::Start2E, 0, &make<Canbus65Obj>},
     {68, FrameFamily::Start2E, 0, &make<Canbus68Obj>},
     {69, FrameFamily::Start2E, 0, &make<Canbus69Obj>},
-    {70, FrameFamily::Start2E, 0, &make<Canbus70Obj>},
-    {71, FrameFamily::Start2E, 0, &make<Canbus71Obj>},
+    {70, FrameFamily::Start2E, 72, &make<Canbus70Obj>},   // extends 72: no frames of its own
+    {71, FrameFamily::Start2E, 72, &make<Canbus71Obj>},   // extends 72: no frames of its own
     {72, FrameFamily::Start2E, 0, &make<Canbus72Obj>},
     {73, FrameFamily::Start2E, 0, &make<Canbus73Obj>},
     {74, FrameFamily::Start2E, 73, &make<Canbus74Obj>},   // extends 73: no frames of its own

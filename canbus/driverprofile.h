@@ -29,7 +29,7 @@ enum class DisconnectForm : quint8 {
 struct ConnectRequest
 {
     quint8 size;
-    quint8 bytes[2];
+    quint8 bytes[3];
     quint8 type = 0x90;
 };
 
@@ -55,20 +55,26 @@ struct DriverProfile
     constexpr DriverProfile requesting(quint8 type) const
     {
         DriverProfile p = connecting(ConnectForm::RequestFirst);
-        p.request = {1, {type, 0}};
+        p.request = {1, {type, 0, 0}};
         return p;
     }
     constexpr DriverProfile requesting(quint8 type, quint8 arg) const
     {
         DriverProfile p = connecting(ConnectForm::RequestFirst);
-        p.request = {2, {type, arg}};
+        p.request = {2, {type, arg, 0}};
+        return p;
+    }
+    constexpr DriverProfile requesting(quint8 type, quint8 arg1, quint8 arg2) const
+    {
+        DriverProfile p = connecting(ConnectForm::RequestFirst);
+        p.request = {3, {type, arg1, arg2}};
         return p;
     }
     // A request of another frame type: [type, data].
     constexpr DriverProfile requestingFrame(quint8 type, quint8 data) const
     {
         DriverProfile p = connecting(ConnectForm::RequestFirst);
-        p.request = {1, {data, 0}, type};
+        p.request = {1, {data, 0, 0}, type};
         return p;
     }
     constexpr DriverProfile disconnecting(DisconnectForm form) const

@@ -5,6 +5,6 @@ constexpr auto kProfile = canbus::DriverProfile{canbus::FrameFamily::Start2E, ca
 }
 
 Canbus70Obj::Canbus70Obj(QObject* parent)
-    : RecordDriver(70, kProfile, parent)
+    : Canbus72Obj(70, kProfile, parent)
 {
 }

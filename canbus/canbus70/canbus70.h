@@ -1,17 +1,11 @@
 #pragma once
-// SAIC "MAXUS", box by RuiZiCheng.
-#include "recorddriver.h"
+// SAIC "MAXUS", box by RuiZiCheng: the MG Roewe's frames on a row of its own.
+#include "../canbus72/canbus72.h"
 
-class Data70Info : public DataIdInfo
-{
-public:
-    void clear() {}
-};
-Q_DECLARE_METATYPE(Data70Info)
-
-class Canbus70Obj : public RecordDriver<Data70Info>
+class Canbus70Obj : public Canbus72Obj
 {
     Q_OBJECT
 public:
     explicit Canbus70Obj(QObject* parent = nullptr);
+    bool inheritedById(int id) const override { return id == 72 || Canbus72Obj::inheritedById(id); }
 };

@@ -5,6 +5,6 @@ constexpr auto kProfile = canbus::DriverProfile{canbus::FrameFamily::Start2E, ca
 }
 
 Canbus71Obj::Canbus71Obj(QObject* parent)
-    : RecordDriver(71, kProfile, parent)
+    : Canbus72Obj(71, kProfile, parent)
 {
 }

@@ -1,17 +1,11 @@
 #pragma once
-// SAIC "Roewe", box by RuiZiCheng.
-#include "recorddriver.h"
+// SAIC "Roewe", box by RuiZiCheng: the MG Roewe's frames on a row of its own.
+#include "../canbus72/canbus72.h"
 
-class Data71Info : public DataIdInfo
-{
-public:
-    void clear() {}
-};
-Q_DECLARE_METATYPE(Data71Info)
-
-class Canbus71Obj : public RecordDriver<Data71Info>
+class Canbus71Obj : public Canbus72Obj
 {
     Q_OBJECT
 public:
     explicit Canbus71Obj(QObject* parent = nullptr);
+    bool inheritedById(int id) const override { return id == 72 || Canbus72Obj::inheritedById(id); }
 };

@@ -10,9 +10,10 @@
 
 namespace {
 
-// Every whole frame marks the box as answering (walk A); the disconnect frame goes out
-// whatever the state.
+// Every whole frame marks the box as answering (walk A); the climate frame 0x21 is asked
+// for on every connect call; the disconnect frame goes out whatever the state.
 constexpr auto kProfile = canbus::DriverProfile{canbus::FrameFamily::Start2E, canbus::WalkVariant::A}
+        .requesting(0x21, 0x00, 0x00)
         .disconnecting(canbus::DisconnectForm::Always);
 
 constexpr int kHighestCarModel = 19;
@@ -48,7 +49,12 @@ bool fits(const FrameReader& f, int minimum) { return f.size() >= minimum; }
 } // namespace
 
 Canbus72Obj::Canbus72Obj(QObject* parent)
-    : RecordDriver(72, kProfile, parent)
+    : Canbus72Obj(72, kProfile, parent)
+{
+}
+
+Canbus72Obj::Canbus72Obj(int driverId, const canbus::DriverProfile& profile, QObject* parent)
+    : RecordDriver(driverId, profile, parent)
 {
 }
 
@@ -80,13 +86,6 @@ void Canbus72Obj::setInReverse(bool) {}
 
 bool Canbus72Obj::hadExInfo() const { return true; }
 bool Canbus72Obj::hadReverseLine() const { return true; }
-
-bool Canbus72Obj::needSendConnect(int& intervalMs, QByteArray& frame)
-{
-    // Asks the box for its climate frame 0x21 on every call.
-    emitDataLater(makeFrame(0x90, {0x21, 0x00, 0x00}), canbus::kRequestDelayMs);
-    return RecordDriver::needSendConnect(intervalMs, frame);
-}
 
 void Canbus72Obj::emitGated(void (CanbusInterface::*signal)())
 {

@@ -24,7 +24,6 @@ public:
     void setInReverse(bool value) override;
     bool hadExInfo() const override;
     bool hadReverseLine() const override;
-    bool needSendConnect(int& intervalMs, QByteArray& frame) override;
     void setSrcState(srctype type, const QList<QVariant>& args) override;
     void setCanbusState(const QString& type, const QString& value) override;
     void setCurrentTime(int hour, int minute, int second) override;
@@ -37,6 +36,10 @@ public slots:
     // action 0: the touch went down; 2: it was released.
     void setTcanBussend(int x, int y, int width, int height, int action) override;
     void languageChanged(const QString& language);
+
+protected:
+    // For the drivers that extend this one.
+    Canbus72Obj(int driverId, const canbus::DriverProfile& profile, QObject* parent);
 
 private:
     void onRearClimate(const FrameReader& f);
