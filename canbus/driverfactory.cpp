@@ -139,9 +139,9 @@ const DriverEntry kDrivers[] = {
     {79, FrameFamily::Start2E, 0, &make<Canbus79Obj>},
     {80, FrameFamily::Start2E, 0, &make<Canbus80Obj>},
     {81, FrameFamily::Start2E, 0, &make<Canbus81Obj>},
-    {82, FrameFamily::Start2E, 0, &make<Canbus82Obj>},
+    {82, FrameFamily::Start2E, 81, &make<Canbus82Obj>},   // extends 81: no frames of its own
     {84, FrameFamily::Start2E, 0, &make<Canbus84Obj>},
-    {85, FrameFamily::Start2E, 81, &make<Canbus85Obj>},   // extends 81
+    {85, FrameFamily::Start2E, 81, &make<Canbus85Obj>},   // extends 81: UTF-16 source texts
     {88, FrameFamily::Start2E, 0, &make<Canbus88Obj>},
     {89, FrameFamily::Start2E, 88, &make<Canbus89Obj>},   // extends 88
     {90, FrameFamily::Start2E, 88, &make<Canbus90Obj>},   // extends 88

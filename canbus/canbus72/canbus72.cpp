@@ -221,7 +221,7 @@ void Canbus72Obj::onOutdoorTemperature(const FrameReader& f)
     } else {
         // Sign and magnitude; one decimal and the sign, ".0" included.
         const int degrees = (raw & 0x80) ? -(raw & 0x7F) : raw;
-        a.outdoorTemp = QString::number(double(degrees), 'f', 1) + QChar(canbus::kCelsiusSign);
+        a.outdoorTemp = canbus::oneDecimalCelsius(degrees);
         emit outdoorTemperatureChanged(a.outdoorTemp, a.outdoorTempUnit);
     }
     info()->body.outdoorTempText = a.outdoorTemp;

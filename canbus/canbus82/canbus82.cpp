@@ -6,6 +6,6 @@ constexpr auto kProfile = canbus::DriverProfile{canbus::FrameFamily::Start2E, ca
 }
 
 Canbus82Obj::Canbus82Obj(QObject* parent)
-    : RecordDriver(82, kProfile, parent)
+    : Canbus81Obj(82, kProfile, parent)
 {
 }

@@ -75,4 +75,9 @@ QString tenthsText(int tenths)
     return QString::fromLatin1(p, int(text + sizeof text - p));
 }
 
+QString oneDecimalCelsius(int degrees)
+{
+    return tenthsText(degrees * 10) + QChar(kCelsiusSign);
+}
+
 } // namespace canbus

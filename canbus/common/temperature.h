@@ -92,4 +92,7 @@ QString outdoorTemperatureText(double value, bool fahrenheit);
 // costs more than the rest of a climate frame.
 QString tenthsText(int tenths);
 
+// Whole degrees Celsius as some boxes' displays show them: always one decimal, "21.0℃".
+QString oneDecimalCelsius(int degrees);
+
 } // namespace canbus
