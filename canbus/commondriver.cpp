@@ -76,6 +76,11 @@ void CommonDriver::sendFrame(quint8 type, std::initializer_list<quint8> data)
     emit sendDataToCan(makeFrame(type, data));
 }
 
+void CommonDriver::sendFrame(quint8 type, const QByteArray& data)
+{
+    emit sendDataToCan(makeFrame(type, data));
+}
+
 bool CommonDriver::needSendConnect(int& intervalMs, QByteArray& frame)
 {
     switch (m_profile.connect) {
@@ -92,7 +97,7 @@ bool CommonDriver::needSendConnect(int& intervalMs, QByteArray& frame)
         // The request goes out on every call, also once the box has answered.
         const ConnectRequest& r = m_profile.request;
         emitDataLater(makeFrame(r.type, QByteArray(reinterpret_cast<const char*>(r.bytes), r.size)),
-                      kRequestDelayMs);
+                      r.delayMs);
         Q_FALLTHROUGH();
     }
     case ConnectForm::Simple:

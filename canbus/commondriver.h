@@ -41,6 +41,7 @@ public:
     QByteArray makeFrame(quint8 type, std::initializer_list<quint8> data) const;
     QByteArray makeFrame(quint8 type, const QByteArray& data) const;
     void sendFrame(quint8 type, std::initializer_list<quint8> data);
+    void sendFrame(quint8 type, const QByteArray& data);
 
 public slots:
     virtual void btCallStatesChangeSlot(bool active);

@@ -31,6 +31,7 @@ struct ConnectRequest
     quint8 size;
     quint8 bytes[3];
     quint8 type = 0x90;
+    quint16 delayMs = 150;
 };
 
 struct DriverProfile
@@ -77,6 +78,13 @@ struct DriverProfile
         p.request = {1, {data, 0, 0}, type};
         return p;
     }
+    // The request later than usual behind the connect call.
+    constexpr DriverProfile requestAfter(quint16 delayMs) const
+    {
+        DriverProfile p = *this;
+        p.request.delayMs = delayMs;
+        return p;
+    }
     constexpr DriverProfile disconnecting(DisconnectForm form) const
     {
         DriverProfile p = *this;
@@ -99,6 +107,6 @@ struct DriverProfile
 };
 
 constexpr int kConnectIntervalMs = 1000;
-constexpr int kRequestDelayMs = 150;
+constexpr int kRequestDelayMs = 150;   // the usual ConnectRequest::delayMs
 
 } // namespace canbus
