@@ -1,0 +1,204 @@
+// Chery (68): keys with the one that acts on release, climate, outdoor temperature,
+// radar, doors, steering, numbered settings and status; commands that follow the live
+// climate; source reports whose text encoding follows the vehicle model; call timer,
+// clock, language, model report and screen taps.
+
+#include <QSignalSpy>
+#include <QtTest>
+
+#include "canbus68/canbus68.h"
+#include "driverharness.h"
+#include "framebuilders.h"
+#include "recordcheck.h"
+
+using testframes::frame;
+
+namespace {
+Data68Info info(const DriverHarness& h) { return h.driver()->getDataInfo().value<Data68Info>(); }
+void setModel(DriverHarness& h, int model)
+{
+    Data68Info d = info(h);
+    d.vehicle.carModel = quint8(model);
+    h.driver()->setDataInfo(QVariant::fromValue(d));
+}
+Canbus68Obj* driver(const DriverHarness& h) { return qobject_cast<Canbus68Obj*>(h.driver()); }
+}
+
+class TestDriver68 : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void keys_data();
+    void keys();
+    void climateAndBody();
+    void settingsAndStatus();
+    void commands_data();
+    void commands();
+    void sourceReports();
+    void clockLanguageModelTouch();
+};
+
+void TestDriver68::keys_data()
+{
+    QTest::addColumn<bool>("inCall");
+    QTest::addColumn<QList<QByteArray>>("frames");
+    QTest::addColumn<QList<int>>("codes");   // each pressed and released
+    using L = QList<QByteArray>;
+    QTest::addRow("7 short") << false << L{frame(0x20, {7, 1}), frame(0x20, {0, 0})}
+                             << QList<int>{0x1200027, 0x1200027};
+    QTest::addRow("7 long") << false << L{frame(0x20, {7, 2}), frame(0x20, {0, 0})} << QList<int>{0x1100023};
+    QTest::addRow("5 in a call") << true << L{frame(0x20, {5, 1})} << QList<int>{0x1300058};
+    QTest::addRow("40 idle") << false << L{frame(0x20, {40, 1})} << QList<int>{0x1200061};
+}
+
+void TestDriver68::keys()
+{
+    QFETCH(bool, inCall);
+    QFETCH(QList<QByteArray>, frames);
+    QFETCH(QList<int>, codes);
+    DriverHarness h(68);
+    h.driver()->setCallState(inCall);
+    for (const QByteArray& f : frames)
+        h.feed(f);
+    QList<int> expected;
+    for (int code : codes)
+        expected << h.driver()->toKkmapKey(code) << 1 << h.driver()->toKkmapKey(code) << 0;
+    QCOMPARE(h.keyEvents(), expected);
+}
+
+void TestDriver68::climateAndBody()
+{
+    DriverHarness h(68);
+    QSignalSpy outdoor(h.driver(), SIGNAL(outdoorTemperatureChanged(QString,int)));
+    QSignalSpy steering(h.driver(), SIGNAL(trajectoryDataChanged(int,int,bool)));
+    h.feed(frame(0x21, {0x5F, 0x86, 9, 0, 30, 0}));
+    compareFields(*h.driver()->getAirData(),
+                  {"airAC=1", "airInnerLoop=1", "airAuto=1", "airDual=1", "airDefrostRear=1", "airDefrostFront=1",
+                   "airWindUpLeft=0", "airWindSpeedLeft=7", "airPower=1", "tempLeft=17.5", "tempLeftLow=1",
+                   "tempRight=32.5", "tempRightHigh=1"});
+    h.feed(frame(0x21, {0x00, 0x02, 0, 31, 1, 0}));
+    compareFields(*h.driver()->getAirData(), {"airPower=0", "airWindUpRight=1", "airWindDownLeft=1",
+                                              "tempLeft=17.5", "tempLeftLow=0", "tempRight=18"});
+    h.feed(frame(0x10, {1, 110, 0}));
+    QCOMPARE(outdoor.at(0), (QList<QVariant>{QString::fromUtf8("0.0\xe2\x84\x89"), 1}));
+    h.feed(frame(0x10, {0, 255, 0}));
+    QCOMPARE(h.driver()->getAirData()->outdoorTemp, QStringLiteral("--"));
+    QCOMPARE(info(h).vehicle.outdoorTempText, QStringLiteral("--"));
+    QCOMPARE(outdoor.count(), 1);
+    h.feed(frame(0x23, {1, 2, 3, 4, 0}));
+    compareFields(*h.driver()->getRadarData(), {"radarLevels=10", "radarFrontLeft=2", "radarFrontRight=8"});
+    h.driver()->setPowerOffState();
+    QSignalSpy doors(h.driver(), SIGNAL(cardoorDataChanged()));
+    h.feed(frame(0x24, {0x44, 0x05, 0}));
+    compareFields(*h.driver()->getCardoorData(), {"doorFrontLeft=1", "doorHood=1"});
+    QCOMPARE(doors.count(), 1);   // not gated
+    QCOMPARE(int(info(h).vehicle.doorBit2), 1);
+    h.feed(frame(0x29, {0x10, 0x80, 0}));
+    QCOMPARE(steering.at(0), (QList<QVariant>{16, 8704, true}));
+}
+
+void TestDriver68::settingsAndStatus()
+{
+    DriverHarness h(68);
+    QSignalSpy changed(h.driver(), SIGNAL(dataChanged()));
+    auto item = [&h](int number, int value) { h.feed(frame(0x40, {quint8(number), quint8(value), 0, 0, 0})); };
+    item(10, 10);
+    QCOMPARE(int(info(h).items.item10), 11);
+    item(10, 255);
+    QCOMPARE(int(info(h).items.item10), 11);
+    item(10, 11);
+    item(27, 200);
+    item(2, 5);
+    item(33, 9);
+    item(50, 1);   // no such item: news all the same
+    QCOMPARE(changed.count(), 7);
+    h.feed(frame(0x41, {0xC1, 9, 3, 0x01, 0x00, 10, 0, 0, 0}));
+    const Data68Info d = info(h);
+    QCOMPARE((QList<int>{d.items.item10, d.items.item27, d.items.item2, d.items.item33}), (QList<int>{10, 100, 1, 7}));
+    QCOMPARE((QList<int>{d.status.status7, d.status.status5, d.status.status0, d.status.level1, d.status.level2}),
+             (QList<int>{1, 0, 1, 7, 3}));
+    QCOMPARE(d.status.distanceText, QStringLiteral("25.6KM"));
+    QCOMPARE(d.status.consumptionText, QStringLiteral("2.0KMH/100KM"));
+}
+
+void TestDriver68::commands_data()
+{
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<QString>("value");
+    QTest::addColumn<QByteArray>("climate");   // data of a 0x21 frame first
+    QTest::addColumn<bool>("rightDriver");
+    QTest::addColumn<int>("code");
+    const QByteArray feet = QByteArray::fromHex("000300000000");        // down only
+    const QByteArray feetScreen = QByteArray::fromHex("000400000000");  // down and screen
+    const QByteArray face = QByteArray::fromHex("000100000000");        // up only
+    QTest::addRow("defrost, air down") << "AirDefrostFront" << "" << feet << false << 10;
+    QTest::addRow("defrost, down and screen") << "AirDefrostFront" << "" << feetScreen << false << 9;
+    QTest::addRow("defrost, air up") << "AirDefrostFront" << "" << face << false << 6;
+    QTest::addRow("down, air up") << "AirWindDownFront" << "" << face << false << 8;
+    QTest::addRow("down, down and screen") << "AirWindDownFront" << "" << feetScreen << false << 6;
+    QTest::addRow("up, air down") << "AirWindUpFront" << "" << feet << false << 8;
+    QTest::addRow("left warmer, right-hand") << "AirTempFrontLeft" << "add" << face << true << 15;
+    QTest::addRow("inner loop on") << "AirInnerLoop" << "on" << face << false << 4;
+}
+
+void TestDriver68::commands()
+{
+    QFETCH(QString, key);
+    QFETCH(QString, value);
+    QFETCH(QByteArray, climate);
+    QFETCH(bool, rightDriver);
+    QFETCH(int, code);
+    DriverHarness h(68);
+    h.driver()->setRightDriver(rightDriver);
+    h.feed(frame(0x21, climate));
+    h.driver()->setCanbusState(key, value);
+    QCOMPARE(h.sentFrames(), QList<QByteArray>{frame(0xA8, {quint8(code), 1})});
+    QTRY_COMPARE(h.sentFrames().size(), 2);
+    QCOMPARE(h.sentFrames().at(1), frame(0xA8, {quint8(code), 0}));
+}
+
+void TestDriver68::sourceReports()
+{
+    DriverHarness h(68);
+    h.driver()->setSrcState(CanbusInterface::SRC_RADIO, {5, 1008});
+    h.driver()->setSrcState(CanbusInterface::SRC_PHONE, {3, QStringLiteral("Bo"), QStringLiteral("12")});
+    setModel(h, 3);
+    h.driver()->setSrcState(CanbusInterface::SRC_PHONE, {7, QStringLiteral("Bo"), QStringLiteral("12")});
+    const QByteArray wide = QByteArray("\x00" "1" "\x00" "2" "\x00" ":" "\x00" "B" "\x00" "o", 10);
+    QCOMPARE(h.sentFrames(), (QList<QByteArray>{frame(0xC0, {1, 1, 17, 0xF0, 0x03, 0, 0, 0}),
+                                               frame(0xC0, {5, 0, 0, 0, 0, 0, 0, 0}), frame(0xC5, QByteArray("\x02\x01" "Bo", 4)),
+                                               frame(0xC0, {5, 0, 0, 0, 0, 0, 0, 0}),
+                                               frame(0xC5, QByteArray("\x00\x01", 2) + wide)}));
+    // State 3 started the call timer; state 7 leaves it running.
+    h.clearSent();
+    QTRY_VERIFY(h.sentFrames().contains(frame(0xC3, {1, 0, 0, 0})));
+
+    h.clearSent();
+    setModel(h, 0);
+    h.driver()->setSrcState(CanbusInterface::SRC_MEDIA2_A, {0, 1, 2, 0, 0, QStringLiteral("T"), QStringLiteral("A")});
+    QTRY_VERIFY(h.sentFrames().contains(frame(0x71, QByteArray("\x12" "A", 2))));
+    QVERIFY(h.sentFrames().contains(frame(0x70, QByteArray("\x12" "T", 2))));
+    QCOMPARE(h.sentFrames().first(), frame(0xC0, {9, 0, 0, 0, 0, 0, 0, 0}));
+}
+
+void TestDriver68::clockLanguageModelTouch()
+{
+    DriverHarness h(68);
+    auto* d = driver(h);
+    d->setCurrentTime(13, 5, 7);
+    d->languageChanged(QStringLiteral("ko"));
+    d->languageChanged(QStringLiteral("en"));
+    d->exitSelectSlot();   // no model chosen: nothing
+    setModel(h, 5);
+    d->exitSelectSlot();
+    for (const QPoint& p : {QPoint(450, 300), QPoint(450, 300), QPoint(450, 100), QPoint(300, 300)})
+        d->setTcanBussend(p.x(), p.y(), 900, 600, 2);
+    QCOMPARE(h.sentFrames(), (QList<QByteArray>{frame(0xA6, {0, 0, 0, 13, 5, 0, 0}), frame(0xC6, {0, 1}),
+                                               frame(0xEE, {4, 5}), frame(0xA7, {17}), frame(0xA7, {16}),
+                                               frame(0xA7, {1})}));
+    QCOMPARE(int(info(h).items.item0), 1);
+}
+
+QTEST_GUILESS_MAIN(TestDriver68)
+#include "tst_driver68.moc"
