@@ -76,6 +76,25 @@ void CommonDriver::sendFrame(quint8 type, std::initializer_list<quint8> data)
     emit sendDataToCan(makeFrame(type, data));
 }
 
+void CommonDriver::showRadarEnd(bool front, quint8 levels, const FrameReader& f, int first, RadarBars bars)
+{
+    if (!radarData)
+        return;
+    RadarData& r = *radarData;
+    quint8* sensors[] = {&r.radarRearLeft, &r.radarRearLeftMid, &r.radarRearRightMid, &r.radarRearRight};
+    if (front) {
+        sensors[0] = &r.radarFrontLeft;
+        sensors[1] = &r.radarFrontLeftMid;
+        sensors[2] = &r.radarFrontRightMid;
+        sensors[3] = &r.radarFrontRight;
+    }
+    r.radarLevels = levels;
+    for (int i = 0; i < 4; ++i)
+        *sensors[i] = bars ? bars(f.at(first + i)) : f.at(first + i);
+    RadarDisplay();
+    emit radarDataChanged();
+}
+
 void CommonDriver::sendFrame(quint8 type, const QByteArray& data)
 {
     emit sendDataToCan(makeFrame(type, data));

@@ -10,6 +10,7 @@
 #include "canbusinterface.h"
 #include "driverprofile.h"
 #include "common/keytable.h"
+#include "framereader.h"
 
 class CommonDriver : public CanbusInterface
 {
@@ -36,6 +37,11 @@ public:
 
     // Decides whether the radar overlay is up from the eight sensors.
     virtual void RadarDisplay();
+    // The four sensors of one end of the car, left to right, from frame bytes `first`
+    // on (through `bars` where the box counts otherwise), on a display of `levels`
+    // bars; then the overlay decision and radarDataChanged.
+    using RadarBars = quint8 (*)(quint8 raw);
+    void showRadarEnd(bool front, quint8 levels, const FrameReader& f, int first, RadarBars bars = nullptr);
 
     // A frame of the driver's family, checksum included.
     QByteArray makeFrame(quint8 type, std::initializer_list<quint8> data) const;

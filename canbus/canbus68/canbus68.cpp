@@ -8,6 +8,7 @@
 #include "common/statusframe.h"
 #include "common/temperature.h"
 #include "common/vehiclemodel.h"
+#include "common/doorbyte.h"
 #include "framereader.h"
 
 namespace {
@@ -267,30 +268,12 @@ void Canbus68Obj::onClimate(const FrameReader& f)
 
 void Canbus68Obj::onRadar(const FrameReader& f, bool front)
 {
-    RadarData& r = *radarData;
-    quint8* sensors[] = {&r.radarRearLeft, &r.radarRearLeftMid, &r.radarRearRightMid, &r.radarRearRight};
-    if (front) {
-        sensors[0] = &r.radarFrontLeft;
-        sensors[1] = &r.radarFrontLeftMid;
-        sensors[2] = &r.radarFrontRightMid;
-        sensors[3] = &r.radarFrontRight;
-    }
-    r.radarLevels = 10;
-    for (int i = 0; i < 4; ++i)
-        *sensors[i] = quint8(f.at(3 + i) * 2);
-    RadarDisplay();
-    emit radarDataChanged();
+    showRadarEnd(front, 10, f, 3, [](quint8 raw) { return quint8(raw * 2); });
 }
 
 void Canbus68Obj::onDoors(const FrameReader& f)
 {
-    CardoorData doors;
-    doors.doorFrontLeft = f.bit(3, 6);
-    doors.doorFrontRight = f.bit(3, 7);
-    doors.doorRearLeft = f.bit(3, 4);
-    doors.doorRearRight = f.bit(3, 5);
-    doors.doorTrunk = f.bit(3, 3);
-    doors.doorHood = f.bit(3, 2);
+    const CardoorData doors = canbus::doorsFromByte(f, 3, canbus::Bonnet::Bit2);
     updateCardoorData(doors);
     auto& v = info()->vehicle;
     v.doorBit2 = f.bit(4, 2);

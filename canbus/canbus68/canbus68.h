@@ -5,6 +5,7 @@
 // takes its texts in UTF-16, the others in UTF-8.
 #include "common/payloadcache.h"
 #include "data68info.h"
+#include "common/touchgrid.h"
 #include "recorddriver.h"
 
 class FrameReader;
@@ -55,6 +56,5 @@ private:
     QString lastMediaTitle;
     QString lastMediaArtist;
     int callSeconds = 0;
-    int touchDownX = 0;
-    int touchDownY = 0;
+    canbus::TouchPress touchPress;
 };

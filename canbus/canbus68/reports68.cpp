@@ -5,6 +5,7 @@
 
 #include <QTimer>
 
+#include "common/clockreport.h"
 #include "common/commandvalue.h"
 #include "common/language.h"
 #include "common/pressrelease.h"
@@ -105,7 +106,6 @@ constexpr canbus::GridCode kTaps[] = {
 };
 constexpr quint8 kCentreOn = 16;
 constexpr quint8 kCentreOff = 17;
-constexpr int kTouchReleased = 2;
 
 } // namespace
 
@@ -137,8 +137,7 @@ void Canbus68Obj::exitSelectSlot()
 void Canbus68Obj::CallSelectSlot()
 {
     ++callSeconds;
-    sendFrame(0xC3, {quint8(callSeconds % 60), quint8(callSeconds / 60 % 60), quint8(callSeconds / 3600 % 24),
-                     quint8(callSeconds / 86400)});
+    sendFrame(0xC3, canbus::callDurationData(callSeconds));
 }
 
 void Canbus68Obj::setSrcState(srctype type, const QList<QVariant>& args)
@@ -214,15 +213,11 @@ void Canbus68Obj::languageChanged(const QString& language)
 
 void Canbus68Obj::setTcanBussend(int x, int y, int width, int height, int action)
 {
-    if (action != kTouchReleased) {
-        if (action == 0) {
-            touchDownX = x;
-            touchDownY = y;
-        }
-        return;
-    }
     // Where the finger left the screen decides, wherever it went down.
-    const canbus::GridCell cell = canbus::gridCell(x, y, width, height);
+    const std::optional<canbus::TouchMove> touch = touchPress.track(x, y, width, height, action);
+    if (!touch)
+        return;
+    const canbus::GridCell cell = touch->releaseCell();
     std::optional<quint8> code;
     if (cell.column == GridColumn::Centre && cell.row == GridRow::Middle) {
         quint8& toggle = info()->vehicle.centerToggle;

@@ -4,6 +4,7 @@
 // model and touch gestures out. The model (0..4) changes some keys.
 #include "common/payloadcache.h"
 #include "data69info.h"
+#include "common/touchgrid.h"
 #include "recorddriver.h"
 
 class FrameReader;
@@ -48,6 +49,5 @@ private:
     int keyValue = 0;
     int keyState = 0;
     int callSeconds = 0;
-    int touchDownX = 0;
-    int touchDownY = 0;
+    canbus::TouchPress touchPress;
 };

@@ -4,6 +4,7 @@
 
 #include <QDateTime>
 
+#include "common/clockreport.h"
 #include "common/keytable.h"
 #include "common/sourcestate.h"
 #include "common/touchgrid.h"
@@ -50,8 +51,6 @@ constexpr quint8 kCentreOtherView = 4;
 // Vertical swipes only; the sideways move doesn't count.
 constexpr canbus::SwipeRule kSwipeRule = {false, false};
 constexpr canbus::SwipeCode kSwipes[] = {{Swipe::Down, 10}, {Swipe::Up, 0}};
-constexpr int kTouchDown = 0;
-constexpr int kTouchReleased = 2;
 
 } // namespace
 
@@ -85,8 +84,7 @@ void Canbus69Obj::exitSelectSlot()
 void Canbus69Obj::CallSelectSlot()
 {
     ++callSeconds;
-    sendFrame(0xC3, {quint8(callSeconds % 60), quint8(callSeconds / 60 % 60), quint8(callSeconds / 3600 % 24),
-                     quint8(callSeconds / 86400)});
+    sendFrame(0xC3, canbus::callDurationData(callSeconds));
 }
 
 void Canbus69Obj::setSrcState(srctype type, const QList<QVariant>& args)
@@ -126,14 +124,10 @@ void Canbus69Obj::setCurrentTime(int, int, int)
 
 void Canbus69Obj::setTcanBussend(int x, int y, int width, int height, int action)
 {
-    if (action == kTouchDown) {
-        touchDownX = x;
-        touchDownY = y;
+    const std::optional<canbus::TouchMove> touch = touchPress.track(x, y, width, height, action);
+    if (!touch)
         return;
-    }
-    if (action != kTouchReleased)
-        return;
-    const canbus::TouchMove move{touchDownX, touchDownY, x, y, width, height};
+    const canbus::TouchMove& move = *touch;
     std::optional<quint8> code;
     if (move.isTap()) {
         const canbus::GridCell cell = move.releaseCell();

@@ -2,6 +2,7 @@
 
 #include "common/bluetoothcalls.h"
 #include "canbuscontrol.h"
+#include "common/doorbyte.h"
 #include "framereader.h"
 #include "common/keytable.h"
 #include "common/statusframe.h"
@@ -174,19 +175,7 @@ void Canbus72Obj::onKey(const FrameReader& f)
 
 void Canbus72Obj::onRadar(const FrameReader& f, bool front)
 {
-    RadarData& r = *radarData;
-    quint8* sensors[] = {&r.radarRearLeft, &r.radarRearLeftMid, &r.radarRearRightMid, &r.radarRearRight};
-    if (front) {
-        sensors[0] = &r.radarFrontLeft;
-        sensors[1] = &r.radarFrontLeftMid;
-        sensors[2] = &r.radarFrontRightMid;
-        sensors[3] = &r.radarFrontRight;
-    }
-    r.radarLevels = 9;
-    for (int i = 0; i < 4; ++i)
-        *sensors[i] = f.at(3 + i);
-    RadarDisplay();
-    emit radarDataChanged();
+    showRadarEnd(front, 9, f, 3);
     QString& distance = front ? info()->body.frontDistanceText : info()->body.rearDistanceText;
     distance = QString::number(f.at(7)) + tr("cm");
     emit dataChanged();
@@ -194,12 +183,7 @@ void Canbus72Obj::onRadar(const FrameReader& f, bool front)
 
 void Canbus72Obj::onDoors(const FrameReader& f)
 {
-    CardoorData doors;   // this frame carries no bonnet
-    doors.doorFrontLeft = f.bit(3, 6);
-    doors.doorFrontRight = f.bit(3, 7);
-    doors.doorRearLeft = f.bit(3, 4);
-    doors.doorRearRight = f.bit(3, 5);
-    doors.doorTrunk = f.bit(3, 3);
+    const CardoorData doors = canbus::doorsFromByte(f, 3, canbus::Bonnet::Absent);
     updateCardoorData(doors, powerOn);
     CarbodyData body = *carbodyData;
     body.bodyWarning36 = f.bit(4, 4);

@@ -9,6 +9,7 @@
 
 #include "data72info.h"
 #include "common/payloadcache.h"
+#include "common/touchgrid.h"
 #include "recorddriver.h"
 
 class FrameReader;
@@ -74,6 +75,5 @@ private:
     QString lastMediaTitle;
     QString lastMediaArtist;
     int callSeconds = 0;
-    int touchDownX = 0;
-    int touchDownY = 0;
+    canbus::TouchPress touchPress;
 };

@@ -68,8 +68,6 @@ constexpr canbus::LanguageRow kLanguages[] = {
 
 // Panoramic page. Its layout depends on the camera: with byte3Bit1 of frame 0x50 set
 // the box has all nine buttons and horizontal swipes, otherwise five.
-constexpr int kTouchDown = 0;
-constexpr int kTouchReleased = 2;
 
 constexpr canbus::GridCode kTapsFull[] = {
     {GridColumn::Centre, GridRow::Middle, 2},
@@ -188,14 +186,10 @@ void Canbus72Obj::languageChanged(const QString& language)
 
 void Canbus72Obj::setTcanBussend(int x, int y, int width, int height, int action)
 {
-    if (action == kTouchDown) {
-        touchDownX = x;
-        touchDownY = y;
+    const std::optional<canbus::TouchMove> touch = touchPress.track(x, y, width, height, action);
+    if (!touch)
         return;
-    }
-    if (action != kTouchReleased)
-        return;
-    const canbus::TouchMove move{touchDownX, touchDownY, x, y, width, height};
+    const canbus::TouchMove& move = *touch;
     const bool full = info()->panoramic.byte3Bit1 != 0;
     std::optional<quint8> code;
     if (move.isTap())

@@ -56,8 +56,6 @@ constexpr canbus::GridCode kTaps[] = {
     {GridColumn::Right, GridRow::Middle, 6},
 };
 constexpr canbus::SwipeCode kSwipes[] = {{Swipe::Down, 1}, {Swipe::Up, 2}};
-constexpr int kTouchDown = 0;
-constexpr int kTouchReleased = 2;
 
 bool fits(const FrameReader& f, int minimum) { return f.size() >= minimum; }
 
@@ -198,14 +196,10 @@ void Canbus73Obj::onRadar(const FrameReader& f)
 
 void Canbus73Obj::setTcanBussend(int x, int y, int width, int height, int action)
 {
-    if (action == kTouchDown) {
-        touchDownX = x;
-        touchDownY = y;
+    const std::optional<canbus::TouchMove> touch = touchPress.track(x, y, width, height, action);
+    if (!touch)
         return;
-    }
-    if (action != kTouchReleased)
-        return;
-    const canbus::TouchMove move{touchDownX, touchDownY, x, y, width, height};
+    const canbus::TouchMove& move = *touch;
     const std::optional<quint8> code = move.isTap() ? canbus::gridCode(kTaps, move.releaseCell())
                                                     : canbus::swipeCode(kSwipes, move.swipe());
     if (code)

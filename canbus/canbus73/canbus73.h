@@ -2,6 +2,7 @@
 // Dongfeng "18 scenery S560 automatic high-end", box by RuiZiCheng: the make's smallest
 // driver. Climate, doors, body flags, radar and keys in; touch gestures out.
 #include "common/payloadcache.h"
+#include "common/touchgrid.h"
 #include "recorddriver.h"
 
 class FrameReader;
@@ -43,6 +44,5 @@ private:
     QTimer* exitSelectTimer = nullptr;
     int keyValue = 0;
     int keyState = 0;
-    int touchDownX = 0;
-    int touchDownY = 0;
+    canbus::TouchPress touchPress;
 };

@@ -5,6 +5,7 @@
 #include "common/statusframe.h"
 #include "common/temperature.h"
 #include "common/vehiclemodel.h"
+#include "common/doorbyte.h"
 #include "framereader.h"
 
 namespace {
@@ -227,30 +228,12 @@ void Canbus81Obj::onClimate(const FrameReader& f)
 
 void Canbus81Obj::onRadar(const FrameReader& f, bool front)
 {
-    RadarData& r = *radarData;
-    quint8* sensors[] = {&r.radarRearLeft, &r.radarRearLeftMid, &r.radarRearRightMid, &r.radarRearRight};
-    if (front) {
-        sensors[0] = &r.radarFrontLeft;
-        sensors[1] = &r.radarFrontLeftMid;
-        sensors[2] = &r.radarFrontRightMid;
-        sensors[3] = &r.radarFrontRight;
-    }
-    r.radarLevels = front ? 10 : 9;
-    for (int i = 0; i < 4; ++i)
-        *sensors[i] = radarBars(f.at(3 + i));
-    RadarDisplay();
-    emit radarDataChanged();
+    showRadarEnd(front, front ? 10 : 9, f, 3, &radarBars);
 }
 
 void Canbus81Obj::onDoors(const FrameReader& f)
 {
-    CardoorData doors;
-    doors.doorFrontLeft = f.bit(3, 6);
-    doors.doorFrontRight = f.bit(3, 7);
-    doors.doorRearLeft = f.bit(3, 4);
-    doors.doorRearRight = f.bit(3, 5);
-    doors.doorTrunk = f.bit(3, 3);
-    doors.doorHood = f.bit(3, 2);
+    const CardoorData doors = canbus::doorsFromByte(f, 3, canbus::Bonnet::Bit2);
     if (updateCardoorData(doors, powerOn))
         emit carbodyDataChanged();
     const quint8 warning = (f.at(3) & 0x03) != 0x03;

@@ -5,6 +5,7 @@
 #include <QString>
 
 #include "common/payloadcache.h"
+#include "common/touchgrid.h"
 #include "recorddriver.h"
 
 class FrameReader;
@@ -83,6 +84,5 @@ private:
     QString lastMediaTitle;
     QString lastMediaArtist;
     int callSeconds = 0;
-    int touchDownX = 0;
-    int touchDownY = 0;
+    canbus::TouchPress touchPress;
 };

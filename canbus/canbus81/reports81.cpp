@@ -3,6 +3,7 @@
 // picture.
 #include "canbus81.h"
 
+#include "common/clockreport.h"
 #include "common/commandvalue.h"
 #include "common/pressrelease.h"
 #include "common/sourcestate.h"
@@ -78,8 +79,6 @@ constexpr canbus::GridCode kTaps[] = {
     {GridColumn::Left, GridRow::Middle, 3},
     {GridColumn::Right, GridRow::Middle, 4},
 };
-constexpr int kTouchDown = 0;
-constexpr int kTouchReleased = 2;
 
 QByteArray utf8(const QString& text) { return canbus::encodeUtf8(text); }
 
@@ -151,20 +150,16 @@ void Canbus81Obj::setCurrentTime(int, int, int)
     const QDateTime now = DateTimeCtrl::getInstance()->getCurrentDateTime();
     const QDate d = now.date();
     const QTime t = now.time();
-    sendFrame(0xA6, {quint8(d.year() + 48), quint8(d.month()), quint8(d.day()), quint8(t.hour() * 2),
+    sendFrame(0xA6, {canbus::clockYearByte(d.year()), quint8(d.month()), quint8(d.day()), quint8(t.hour() * 2),
                      quint8(t.minute() - 1), quint8(t.second()), 0});
 }
 
 void Canbus81Obj::setTcanBussend(int x, int y, int width, int height, int action)
 {
-    if (action == kTouchDown) {
-        touchDownX = x;
-        touchDownY = y;
+    const std::optional<canbus::TouchMove> touch = touchPress.track(x, y, width, height, action);
+    if (!touch)
         return;
-    }
-    if (action != kTouchReleased)
-        return;
-    const canbus::TouchMove move{touchDownX, touchDownY, x, y, width, height};
+    const canbus::TouchMove& move = *touch;
     if (!move.isTap())
         return;
     if (const std::optional<quint8> code = canbus::gridCode(kTaps, move.releaseCell()))

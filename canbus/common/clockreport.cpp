@@ -36,4 +36,10 @@ QByteArray clockReportFrame(FrameFamily family, const QDateTime& now, bool hour2
                        kClockFromHeadUnit});
 }
 
+QByteArray callDurationData(int seconds)
+{
+    const char data[] = {char(seconds % 60), char(seconds / 60 % 60), char(seconds / 3600 % 24), char(seconds / 86400)};
+    return QByteArray(data, sizeof data);
+}
+
 } // namespace canbus

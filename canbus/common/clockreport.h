@@ -19,6 +19,10 @@ quint8 clockYearByte(int year);
 // The hour, with bit 7 set when the display shows a 12-hour clock.
 quint8 clockHourByte(int hour, bool hour24);
 
+// The four data bytes of a running call's time: seconds, minutes, hours of the day and
+// days.
+QByteArray callDurationData(int seconds);
+
 // [A6 07 year month day hour minute second 01] of `now`.
 QByteArray clockReportFrame(FrameFamily family, const QDateTime& now, bool hour24);
 

@@ -63,6 +63,28 @@ struct TouchMove
     Swipe swipe(const SwipeRule& rule = SwipeRule()) const;
 };
 
+// The press of a touch, kept until its release, as the head unit reports them:
+// action 0 the press, 2 the release.
+class TouchPress
+{
+public:
+    // The whole move at its release; nothing for a press or any other action.
+    std::optional<TouchMove> track(int x, int y, int width, int height, int action)
+    {
+        if (action == 0) {
+            m_x = x;
+            m_y = y;
+        }
+        if (action != 2)
+            return std::nullopt;
+        return TouchMove{m_x, m_y, x, y, width, height};
+    }
+
+private:
+    int m_x = 0;
+    int m_y = 0;
+};
+
 // A cell and the code a tap in it sends.
 struct GridCode
 {
