@@ -56,6 +56,18 @@ public slots:
     virtual void setTcanBussend(int a, int b, int c, int d, int e);
 
 protected:
+    // The climate controls a vehicle has, shown from the start: each listed control and
+    // the right fan go from "no such control" to 0, and both set-point zones show.
+    template <std::size_t N>
+    void showClimateControls(quint8 AirData::*const (&controls)[N])
+    {
+        for (quint8 AirData::*control : controls)
+            airData->*control = 0;
+        airData->airWindSpeedRight = 0;
+        airData->tempLeftVisible = 1;
+        airData->tempRightVisible = 1;
+    }
+
     // One-shot timer whose end tells the panel about a climate that is still off.
     void startAirOffTimer(int ms);
     void timerEvent(QTimerEvent* event) override;

@@ -135,13 +135,8 @@ Canbus68Obj::Canbus68Obj(QObject* parent)
 void Canbus68Obj::initData()
 {
     RecordDriver::initData();
-    AirData& a = *airData;
-    a.airShowFlag = 0;
-    for (quint8 AirData::*control : kClimateControls)
-        a.*control = 0;
-    a.airWindSpeedRight = 0;
-    a.tempLeftVisible = 1;
-    a.tempRightVisible = 1;
+    showClimateControls(kClimateControls);
+    airData->airShowFlag = 0;
     info()->vehicle.carModel = quint8(canbus::storedCarModel(kHighestCarModel));
     canbus::connectBluetoothCalls(this);
     if (!exitSelectTimer)

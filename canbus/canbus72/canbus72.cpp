@@ -62,13 +62,8 @@ Canbus72Obj::Canbus72Obj(int driverId, const canbus::DriverProfile& profile, QOb
 void Canbus72Obj::initData()
 {
     RecordDriver::initData();
-    AirData& a = *airData;
-    for (quint8 AirData::*control : kClimateControls)
-        a.*control = 0;
-    a.airWindSpeedRight = 0;
-    a.tempLeftVisible = 1;
-    a.tempRightVisible = 1;
-    a.seat.seatHotVisible = 1;
+    showClimateControls(kClimateControls);
+    airData->seat.seatHotVisible = 1;
     info()->body.carModel = quint8(canbus::storedCarModel(kHighestCarModel));
     canbus::connectBluetoothCalls(this);
     if (!exitSelectTimer)

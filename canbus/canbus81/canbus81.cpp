@@ -99,13 +99,8 @@ Canbus81Obj::Canbus81Obj(int driverId, const canbus::DriverProfile& profile, QOb
 void Canbus81Obj::initData()
 {
     RecordDriver::initData();
-    AirData& a = *airData;
-    for (quint8 AirData::*control : kClimateControls)
-        a.*control = 0;
-    a.airRearLock = 0;
-    a.airWindSpeedRight = 0;
-    a.tempLeftVisible = 1;
-    a.tempRightVisible = 1;
+    showClimateControls(kClimateControls);
+    airData->airRearLock = 0;
     canbus::connectBluetoothCalls(this);
     if (!exitSelectTimer)
         exitSelectTimer = canbus::startRepeatingTimer(this, kExitSelectMs, &Canbus81Obj::exitSelectSlot);

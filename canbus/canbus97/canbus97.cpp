@@ -86,13 +86,8 @@ Canbus97Obj::Canbus97Obj(QObject* parent)
 void Canbus97Obj::initData()
 {
     RecordDriver::initData();
-    AirData& a = *airData;
-    for (quint8 AirData::*control : kClimateControls)
-        a.*control = 0;
-    a.airRearLock = 0;
-    a.airWindSpeedRight = 0;
-    a.tempLeftVisible = 1;
-    a.tempRightVisible = 1;
+    showClimateControls(kClimateControls);
+    airData->airRearLock = 0;
     canbus::connectBluetoothCalls(this);
     if (!exitSelectTimer)
         exitSelectTimer = canbus::startRepeatingTimer(this, kExitSelectMs, &Canbus97Obj::exitSelectSlot);
