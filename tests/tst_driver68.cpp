@@ -35,6 +35,7 @@ private slots:
     void settingsAndStatus();
     void commands_data();
     void commands();
+    void fixedCommandKeys();
     void sourceReports();
     void clockLanguageModelTouch();
 };
@@ -156,6 +157,22 @@ void TestDriver68::commands()
     QCOMPARE(h.sentFrames(), QList<QByteArray>{frame(0xA8, {quint8(code), 1})});
     QTRY_COMPARE(h.sentFrames().size(), 2);
     QCOMPARE(h.sentFrames().at(1), frame(0xA8, {quint8(code), 0}));
+}
+
+void TestDriver68::fixedCommandKeys()
+{
+    DriverHarness h(68);
+    const QList<QPair<const char*, const char*>> keys = {
+        {"AirOnOff", ""}, {"AirAC", ""}, {"AirAUTO", ""}, {"AirDUAL", ""}, {"AirInnerLoop", "off"},
+        {"AirWindSpeedAddSubFront", "1"}, {"AirWindSpeedAddSubFront", "0"}, {"AirTempFrontLeft", "sub"},
+        {"AirTempFrontRight", "add"}, {"AirTempFrontRight", "sub"}, {"AirDefrostRear", ""}, {"AirSYNC", ""}};
+    QList<int> codes;
+    for (const auto& k : keys) {
+        h.clearSent();
+        h.driver()->setCanbusState(QLatin1String(k.first), QLatin1String(k.second));
+        codes << (h.sentFrames().isEmpty() ? -1 : int(quint8(h.sentFrames().first().at(3))));
+    }
+    QCOMPARE(codes, (QList<int>{0, 1, 2, 3, 5, 11, 12, 14, 15, 16, 20, -1}));
 }
 
 void TestDriver68::sourceReports()

@@ -26,6 +26,7 @@ private slots:
     void radarAndSteering();
     void doorsAndOutdoor();
     void commands();
+    void everyCommandKey();
     void sourceReports();
     void cx65Texts();
     void clockAndTouch();
@@ -140,6 +141,23 @@ void TestDriver81::commands()
                                                frame(0xA8, {17, 1}), frame(0xA8, {15, 1})}));
     QTRY_COMPARE(h.sentFrames().size(), 8);
     QCOMPARE(h.sentFrames().at(7), frame(0xA8, {15, 0}));
+}
+
+void TestDriver81::everyCommandKey()
+{
+    DriverHarness h(81);
+    h.feed(frame(0x52, {1, 1, 0}));   // the mode that on/off and AUTO need
+    const QList<QPair<const char*, const char*>> keys = {
+        {"AirOnOff", ""}, {"AirAC", ""}, {"AirAUTO", ""}, {"AirDefrostFront", ""}, {"AirWindDownFront", ""},
+        {"AirWindSpeedAddSubFront", "1"}, {"AirWindSpeedAddSubFront", "0"}, {"AirTempFrontLeft", "add"},
+        {"AirTempFrontLeft", "sub"}, {"AirTempFrontRight", "sub"}, {"AirInnerLoop", ""}, {"AirDefrostRear", ""}};
+    QList<int> codes;
+    for (const auto& k : keys) {
+        h.clearSent();
+        h.driver()->setCanbusState(QLatin1String(k.first), QLatin1String(k.second));
+        codes << (h.sentFrames().isEmpty() ? -1 : int(quint8(h.sentFrames().first().at(3))));
+    }
+    QCOMPARE(codes, (QList<int>{0, 1, 2, 6, 17, 11, 12, 13, 14, 16, 21, 23}));
 }
 
 void TestDriver81::sourceReports()
