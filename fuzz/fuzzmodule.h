@@ -139,18 +139,26 @@ public:
 
     // The first frame sent towards the box that its own family would refuse, or an
     // empty array. Families whose length byte fixes the frame's extent only: in the FD
-    // families a frame shorter than its length byte is sometimes sent on purpose.
+    // families a frame shorter than its length byte is sometimes sent on purpose. Some
+    // boxes' firmware also takes a length byte that disagrees with the frame (a text
+    // frame's length taken from another text): such a frame still starts right and
+    // carries the checksum of the bytes it has.
     QByteArray malformedSentFrame() const
     {
         const canbus::FrameFamily family = m_family;
         if (family != canbus::FrameFamily::Start2E && family != canbus::FrameFamily::StartAA55
             && family != canbus::FrameFamily::Start5AA5)
             return QByteArray();
+        const QByteArray start = canbus::buildFrame(family, 0, QByteArray())
+                                     .left(family == canbus::FrameFamily::Start2E ? 1 : 2);
         for (const QByteArray& frame : m_sent) {
             int length = 0;
             QByteArray reply;
-            if (canbus::checkFrame(family, frame, length, reply) != canbus::FrameOk
-                || length != frame.size())
+            if (canbus::checkFrame(family, frame, length, reply) == canbus::FrameOk && length == frame.size())
+                continue;
+            QByteArray resummed = frame;
+            canbus::writeChecksum(family, resummed);
+            if (frame.size() < start.size() + 3 || !frame.startsWith(start) || resummed != frame)
                 return frame;
         }
         return QByteArray();
