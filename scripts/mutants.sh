@@ -74,6 +74,9 @@ launcher=()
 if command -v ccache >/dev/null; then
     launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
     export CCACHE_BASEDIR="$(dirname "$work")"
+    # Each run builds in a new directory: without this, -g puts it into every hash and
+    # the cache of the last run is never hit.
+    export CCACHE_NOHASHDIR=1
 fi
 build="$work/build"
 all_tests=$(printf '%s\n' "${tests[@]}" | tr ' ' '\n' | sort -u | tr '\n' ' ')
