@@ -3,8 +3,6 @@
 // running and nothing of the old device's bytes left over.
 
 #include <QSerialPort>
-#include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <memory>
