@@ -214,6 +214,7 @@ private slots:
     void climate();
     void climateRepeatIsQuiet();
     void climateWaitsAfterPowerOn();
+    void pqAndOldModelBoxes();
     void climateResetsOutdoorAndTyres();
     void rearClimate_data();
     void rearClimate();
@@ -457,6 +458,30 @@ void TestDriver28::climateWaitsAfterPowerOn()
     h.feed(frame28(0x21, {0x80, 0x03, 4, 4, 0, 0, 0, 0, 0}));
     QCOMPARE(air.count(), 1);
     compareFields(d, {"air.airWindSpeedLeft=3"});
+}
+
+// 29 and 34 take this box's frames on their own walk and link, and differ from it where
+// the common behaviours say: no wait after power on, no display language.
+void TestDriver28::pqAndOldModelBoxes()
+{
+    for (int id : {29, 34}) {
+        DriverHarness h(id);
+        CanbusInterface* d = h.driver();
+        QVERIFY(d->inheritedById(kId));
+        QSignalSpy air(d, SIGNAL(airConditionerDataChanged()));
+        d->setPowerOnState();
+        h.feed(frame28(0x21, {0x80, 0x01, 4, 4, 0, 0, 0, 0, 0}));
+        QCOMPARE(air.count(), 1);
+        compareFields(d, {"air.id=" + str(id), "air.airWindSpeedLeft=1"});
+        QVERIFY(!d->isConnectedState());   // frames alone don't mark the link here
+        int interval = 0;
+        QByteArray out;
+        QVERIFY(d->needSendConnect(interval, out));
+        QCOMPARE(out, frame28(0x81, {0x01}));
+        QMetaObject::invokeMethod(d, "languageChanged", Q_ARG(QString, QStringLiteral("en")));
+        QTest::qWait(200);   // no request for the version follows either
+        QVERIFY(h.sentFrames().isEmpty());
+    }
 }
 
 void TestDriver28::climateResetsOutdoorAndTyres()
