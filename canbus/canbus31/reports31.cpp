@@ -115,7 +115,7 @@ quint8 high(qulonglong v) { return quint8((v >> 8) & 0xFF); }
 void Canbus31Obj::setCanbusState(const QString& type, const QString& value)
 {
     const Command* command = canbus::findCommand(kCommands, type);
-    // A key of no row still presses and releases "nothing", as the box expects.
+    // Any other key still goes out as the pair, with code and argument 0.
     const quint8 code = command ? command->code(value, rightDriver) : 0;
     const quint8 arg = command ? command->arg : 0;
     sendFrame(kCommandType, {code, arg});
