@@ -96,7 +96,7 @@ const DriverEntry kDrivers[] = {
     {33, FrameFamily::Start2E, 0, &make<Canbus33Obj>},
     {34, FrameFamily::Start2E, 28, &make<Canbus34Obj>},   // extends 28: no frames of its own; walk C, simple link
     {35, FrameFamily::Start2E, 0, &make<Canbus35Obj>},
-    {36, FrameFamily::Start2E, 0, &make<Canbus36Obj>},
+    {36, FrameFamily::Start2E, 31, &make<Canbus36Obj>},   // extends 31: no frames of its own; walk B, simple connect
     {37, FrameFamily::Start2E, 0, &make<Canbus37Obj>},
     {38, FrameFamily::Start2E, 0, &make<Canbus38Obj>},
     {39, FrameFamily::Start2E, 0, &make<Canbus39Obj>},
@@ -114,7 +114,7 @@ const DriverEntry kDrivers[] = {
     // box as connected, only its version frame does.
     {50, FrameFamily::Start2E, 30, &make<Canbus50Obj>},   // extends 30: own commands; walk B
     {51, FrameFamily::Start2E, 30, &make<Canbus51Obj>},   // extends 30: own commands; walk B
-    {53, FrameFamily::Start2E, 31, &make<Canbus53Obj>},   // extends 31
+    {53, FrameFamily::Start2E, 31, &make<Canbus53Obj>},   // extends 31: walk B, unlike 31's C
     {54, FrameFamily::Start2E, 32, &make<Canbus54Obj>},   // extends 32
     {55, FrameFamily::Start2E, 0, &make<Canbus55Obj>},
     {56, FrameFamily::Start2E, 0, &make<Canbus56Obj>},
