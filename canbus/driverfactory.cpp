@@ -95,7 +95,7 @@ const DriverEntry kDrivers[] = {
     {32, FrameFamily::Start2E, 0, &make<Canbus32Obj>},
     {33, FrameFamily::Start2E, 0, &make<Canbus33Obj>},
     {34, FrameFamily::Start2E, 0, &make<Canbus34Obj>},
-    {35, FrameFamily::Start2E, 0, &make<Canbus35Obj>},
+    {35, FrameFamily::Start2E, 0, &make<Canbus35Obj>},   // walks as C: its own loop keeps a tail, where the family list says B
     {36, FrameFamily::Start2E, 0, &make<Canbus36Obj>},
     {37, FrameFamily::Start2E, 0, &make<Canbus37Obj>},
     {38, FrameFamily::Start2E, 0, &make<Canbus38Obj>},
