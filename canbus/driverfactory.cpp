@@ -95,7 +95,7 @@ const DriverEntry kDrivers[] = {
     {32, FrameFamily::Start2E, 0, &make<Canbus32Obj>},
     {33, FrameFamily::Start2E, 0, &make<Canbus33Obj>},
     {34, FrameFamily::Start2E, 28, &make<Canbus34Obj>},   // extends 28: no frames of its own; walk C, simple link
-    {35, FrameFamily::Start2E, 0, &make<Canbus35Obj>},
+    {35, FrameFamily::Start2E, 0, &make<Canbus35Obj>},    // walks as C: its own loop keeps a tail, where the family list says B
     {36, FrameFamily::Start2E, 31, &make<Canbus36Obj>},   // extends 31: no frames of its own; walk B, simple connect
     {37, FrameFamily::Start2E, 0, &make<Canbus37Obj>},
     {38, FrameFamily::Start2E, 0, &make<Canbus38Obj>},
