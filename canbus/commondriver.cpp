@@ -182,8 +182,11 @@ void CommonDriver::setTcanBussend(int, int, int, int, int) {}
 
 void CommonDriver::startAirOffTimer(int ms)
 {
-    if (m_airOffTimerId == 0)
-        m_airOffTimerId = startTimer(ms);
+    // A newer frame with the climate off moves the deadline: the panel hears of it once,
+    // `ms` after the last such frame.
+    if (m_airOffTimerId != 0)
+        killTimer(m_airOffTimerId);
+    m_airOffTimerId = startTimer(ms, Qt::CoarseTimer);
 }
 
 void CommonDriver::timerEvent(QTimerEvent* event)

@@ -68,7 +68,8 @@ protected:
         airData->tempRightVisible = 1;
     }
 
-    // One-shot timer whose end tells the panel about a climate that is still off.
+    // One-shot timer whose end tells the panel about a climate that is still off; a
+    // running one starts again.
     void startAirOffTimer(int ms);
     void timerEvent(QTimerEvent* event) override;
 

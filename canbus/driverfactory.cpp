@@ -89,14 +89,14 @@ CanbusInterface* make(QObject* parent)
 const DriverEntry kDrivers[] = {
     // 0x2E frames
     {28, FrameFamily::Start2E, 0, &make<Canbus28Obj>},
-    {29, FrameFamily::Start2E, 0, &make<Canbus29Obj>},
+    {29, FrameFamily::Start2E, 28, &make<Canbus29Obj>},   // extends 28: no frames of its own; walk C, simple link
     {30, FrameFamily::Start2E, 0, &make<Canbus30Obj>},
     {31, FrameFamily::Start2E, 0, &make<Canbus31Obj>},
     {32, FrameFamily::Start2E, 0, &make<Canbus32Obj>},
     {33, FrameFamily::Start2E, 0, &make<Canbus33Obj>},
-    {34, FrameFamily::Start2E, 0, &make<Canbus34Obj>},
-    {35, FrameFamily::Start2E, 0, &make<Canbus35Obj>},
-    {36, FrameFamily::Start2E, 0, &make<Canbus36Obj>},
+    {34, FrameFamily::Start2E, 28, &make<Canbus34Obj>},   // extends 28: no frames of its own; walk C, simple link
+    {35, FrameFamily::Start2E, 0, &make<Canbus35Obj>},    // walks as C: its own loop keeps a tail, where the family list says B
+    {36, FrameFamily::Start2E, 31, &make<Canbus36Obj>},   // extends 31: no frames of its own; walk B, simple connect
     {37, FrameFamily::Start2E, 0, &make<Canbus37Obj>},
     {38, FrameFamily::Start2E, 0, &make<Canbus38Obj>},
     {39, FrameFamily::Start2E, 0, &make<Canbus39Obj>},
@@ -110,9 +110,11 @@ const DriverEntry kDrivers[] = {
     {47, FrameFamily::Start2E, 0, &make<Canbus47Obj>},
     {48, FrameFamily::Start2E, 0, &make<Canbus48Obj>},
     {49, FrameFamily::Start2E, 0, &make<Canbus49Obj>},
-    {50, FrameFamily::Start2E, 30, &make<Canbus50Obj>},   // extends 30
-    {51, FrameFamily::Start2E, 30, &make<Canbus51Obj>},   // extends 30
-    {53, FrameFamily::Start2E, 31, &make<Canbus53Obj>},   // extends 31
+    // 50 and 51 extend 30 but walk as B, not as 30's D: every frame no longer marks the
+    // box as connected, only its version frame does.
+    {50, FrameFamily::Start2E, 30, &make<Canbus50Obj>},   // extends 30: own commands; walk B
+    {51, FrameFamily::Start2E, 30, &make<Canbus51Obj>},   // extends 30: own commands; walk B
+    {53, FrameFamily::Start2E, 31, &make<Canbus53Obj>},   // extends 31: walk B, unlike 31's C
     {54, FrameFamily::Start2E, 32, &make<Canbus54Obj>},   // extends 32
     {55, FrameFamily::Start2E, 0, &make<Canbus55Obj>},
     {56, FrameFamily::Start2E, 0, &make<Canbus56Obj>},

@@ -47,6 +47,13 @@ public:
     qint8 s8(int i) const { return static_cast<qint8>(at(i)); }
     qint16 sbe16(int i) const { return static_cast<qint16>(be16(i)); }
     qint16 sle16(int i) const { return static_cast<qint16>(le16(i)); }
+    // Sign and magnitude, big-endian: 15 bits of value, bit 7 of byte i set for the
+    // positive side (the steering angle of several boxes).
+    int signMagnitude16(int i) const
+    {
+        const int value = be16(i) & 0x7FFF;
+        return bit(i, 7) ? value : -value;
+    }
 
     // `count` bytes from byte i, cut at the frame's end.
     QByteArray bytes(int i, int count) const

@@ -112,6 +112,7 @@ private slots:
     void frames();
     void radarDisplay();
     void badInput();
+    void pqAndOldModelBoxes();
 };
 
 // Replies, the walk and "any frame connects" are the family's (tst_framefamily).
@@ -328,6 +329,30 @@ void TestDriver28::badInput()
     QCOMPARE(h.driver()->checkProtocolData(hex("2e4009")), 1);
     QCOMPARE(h.activity(), 0);
     QCOMPARE(info(h).frame14Payload, QByteArray());
+}
+
+// 29 and 34 take this box's frames on their own walk and link, and differ from it where
+// the common behaviours say: no wait after power on, no display language.
+void TestDriver28::pqAndOldModelBoxes()
+{
+    for (int id : {29, 34}) {
+        DriverHarness h(id);
+        CanbusInterface* d = h.driver();
+        QVERIFY(d->inheritedById(kId));
+        QSignalSpy air(d, SIGNAL(airConditionerDataChanged()));
+        d->setPowerOnState();
+        h.feed(frame(0x21, {0x80, 0x01, 4, 4, 0, 0, 0, 0, 0}));
+        QCOMPARE(air.count(), 1);
+        check(h, {"id=" + str(id), "airWindSpeedLeft=1"});
+        QVERIFY(!d->isConnectedState());   // frames alone don't mark the link here
+        int interval = 0;
+        QByteArray out;
+        QVERIFY(d->needSendConnect(interval, out));
+        QCOMPARE(out, frame(0x81, {0x01}));
+        QMetaObject::invokeMethod(d, "languageChanged", Q_ARG(QString, QStringLiteral("en")));
+        QTest::qWait(200);   // no request for the version follows either
+        QVERIFY(h.sentFrames().isEmpty());
+    }
 }
 
 QTEST_GUILESS_MAIN(TestDriver28)

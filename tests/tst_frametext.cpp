@@ -2,6 +2,7 @@
 
 #include <QtTest>
 
+#include "common/fixedtextframe.h"
 #include "common/frametext.h"
 
 using canbus::Utf16Order;
@@ -15,6 +16,8 @@ private slots:
     void utf16();
     void utf8_data();
     void utf8();
+    void placeText_data();
+    void placeText();
 };
 
 void TestFrameText::utf16_data()
@@ -70,6 +73,29 @@ void TestFrameText::utf8()
     QFETCH(int, max);
     QFETCH(QByteArray, bytes);
     QCOMPARE(canbus::utf8Text(text, max), bytes);
+}
+
+void TestFrameText::placeText_data()
+{
+    QTest::addColumn<int>("from");
+    QTest::addColumn<int>("max");
+    QTest::addColumn<QByteArray>("after");   // a frame of six bytes "012345", "abcd" placed
+    QTest::addColumn<int>("written");
+    QTest::addRow("short: the rest stays") << 1 << 10 << QByteArray("0abcd5") << 4;
+    QTest::addRow("up to the last byte") << 3 << 10 << QByteArray("012abc") << 3;
+    QTest::addRow("at most max") << 0 << 2 << QByteArray("ab2345") << 2;
+    QTest::addRow("outside the frame") << 6 << 10 << QByteArray("012345") << 0;
+}
+
+void TestFrameText::placeText()
+{
+    QFETCH(int, from);
+    QFETCH(int, max);
+    QFETCH(QByteArray, after);
+    QFETCH(int, written);
+    QByteArray frame("012345");
+    QCOMPARE(canbus::placeText(frame, from, "abcd", max), written);
+    QCOMPARE(frame, after);
 }
 
 QTEST_GUILESS_MAIN(TestFrameText)

@@ -123,7 +123,12 @@ constexpr quint8 kSteeringFrame = 0x29;
 } // namespace
 
 Canbus28Obj::Canbus28Obj(QObject* parent)
-    : RecordDriver(28, kProfile, parent),
+    : Canbus28Obj(28, kProfile, parent)
+{
+}
+
+Canbus28Obj::Canbus28Obj(int driverId, const canbus::DriverProfile& profile, QObject* parent)
+    : RecordDriver(driverId, profile, parent),
       powerTimer(new QTimer(this)),
       countdownTimer(new QTimer(this))
 {

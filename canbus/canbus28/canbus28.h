@@ -37,6 +37,10 @@ public slots:
     void onPowerTimerOut();
     void languageChanged(QString language);
 
+protected:
+    // For the boxes that take this one's frames under a row, walk and link of their own.
+    Canbus28Obj(int driverId, const canbus::DriverProfile& profile, QObject* parent);
+
 private:
     int getQtKeyFromValue(uchar value) const;
     int getQtKeyFromValue1(uchar value) const;

@@ -5,6 +5,23 @@ constexpr auto kProfile = canbus::DriverProfile{canbus::FrameFamily::Start2E, ca
 }
 
 Canbus29Obj::Canbus29Obj(QObject* parent)
-    : RecordDriver(29, kProfile, parent)
+    : Canbus28Obj(29, kProfile, parent)
 {
 }
+
+void Canbus29Obj::setPowerOnState()
+{
+    CommonDriver::setPowerOnState();
+}
+
+void Canbus29Obj::setPowerOffState()
+{
+    CommonDriver::setPowerOffState();
+}
+
+void Canbus29Obj::RadarDisplay()
+{
+    CommonDriver::RadarDisplay();
+}
+
+void Canbus29Obj::languageChanged(QString) {}

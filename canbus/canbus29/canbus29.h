@@ -1,17 +1,22 @@
 #pragma once
-// Volkswagen "PQ", box by RuiZiCheng.
-#include "recorddriver.h"
+// Volkswagen "PQ", box by RuiZiCheng: the MQB box's frames, reports and commands on a
+// box of its own row, walk and link forms. Unlike the MQB driver it keeps no climate
+// popup back after power on, draws the radar overlay the common way and leaves the
+// display's language alone.
+#include "../canbus28/canbus28.h"
 
-class Data29Info : public DataIdInfo
-{
-public:
-    void clear() {}
-};
-Q_DECLARE_METATYPE(Data29Info)
-
-class Canbus29Obj : public RecordDriver<Data29Info>
+class Canbus29Obj : public Canbus28Obj
 {
     Q_OBJECT
 public:
     explicit Canbus29Obj(QObject* parent = nullptr);
+    bool inheritedById(int id) const override { return id == 28 || Canbus28Obj::inheritedById(id); }
+
+    void setPowerOnState() override;
+    void setPowerOffState() override;
+    void RadarDisplay() override;
+
+public slots:
+    // Takes the head unit's language without telling the box.
+    void languageChanged(QString language);
 };

@@ -5,6 +5,23 @@ constexpr auto kProfile = canbus::DriverProfile{canbus::FrameFamily::Start2E, ca
 }
 
 Canbus34Obj::Canbus34Obj(QObject* parent)
-    : RecordDriver(34, kProfile, parent)
+    : Canbus28Obj(34, kProfile, parent)
 {
 }
+
+void Canbus34Obj::setPowerOnState()
+{
+    CommonDriver::setPowerOnState();
+}
+
+void Canbus34Obj::setPowerOffState()
+{
+    CommonDriver::setPowerOffState();
+}
+
+void Canbus34Obj::RadarDisplay()
+{
+    CommonDriver::RadarDisplay();
+}
+
+void Canbus34Obj::languageChanged(QString) {}

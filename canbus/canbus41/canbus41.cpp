@@ -108,7 +108,6 @@ void Canbus41Obj::onDoors(const FrameReader& f)
 
 void Canbus41Obj::onSteering(const FrameReader& f)
 {
-    // Sign and magnitude: D0 bit 7 set turns one way. Every frame is news.
-    const int value = ((f.d(0) & 0x7F) << 8) | f.d(1);
-    emit trajectoryDataChanged(f.bit(D(0), 7) ? value : -value, kSteeringRange, true);
+    // Every frame is news.
+    emit trajectoryDataChanged(f.signMagnitude16(D(0)), kSteeringRange, true);
 }

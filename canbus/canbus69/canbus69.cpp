@@ -110,10 +110,8 @@ int Canbus69Obj::checkProtocolData(const QByteArray& frame)
     case 0x23: if (fits(f, 8)) onRadar(f, true); return 1;
     case 0x28: if (fits(f, 6)) onDoors(f); return 1;
     case 0x30:
-        if (fits(f, 6)) {
-            const int value = ((f.at(3) & 0x7F) << 8) | f.at(4);
-            emit trajectoryDataChanged(f.at(3) > 127 ? value : -value, kSteeringRange, true);
-        }
+        if (fits(f, 6))
+            emit trajectoryDataChanged(f.signMagnitude16(3), kSteeringRange, true);
         return 1;
     case 0x38: if (fits(f, 12)) onTyres(f); return 1;
     case 0x39:

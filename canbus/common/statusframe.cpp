@@ -185,8 +185,10 @@ void consumption(const Context& c)
 
 void steering(const Context& c)
 {
-    if (c.signalsOpen)
-        emit c.driver.trajectoryDataChanged(c.f.sle16(4), 540, true);
+    if (c.signalsOpen) {
+        const int angle = c.variant.unsignedSteering ? int(c.f.le16(4)) : int(c.f.sle16(4));
+        emit c.driver.trajectoryDataChanged(angle, 540, true);
+    }
 }
 
 void temperatures(const Context& c)
@@ -235,6 +237,12 @@ void voltage(const Context& c)
 {
     const quint16 word = c.f.le16(4);
     c.setText(StatusText::Voltage, scaledNumber(word * 0.001) + unit("V"));
+    if (c.variant.voltageSignal) {
+        CarbodyData copy = c.bodyCopy();
+        copy.batteryVoltage = quint16(word / 100);
+        c.storeBody(copy);
+        return;
+    }
     CarbodyData* body = c.driver.getCarbodyData();
     if (body)
         body->batteryVoltage = quint16(word / 100);   // no signal of its own

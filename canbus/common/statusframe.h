@@ -106,6 +106,10 @@ struct StatusVariant
     int gbkLimit = 0;
     // 9: carbodyDataChanged, ungated, after the outdoor temperature.
     bool outdoorBodySignal = false;
+    // 8: the angle word read without a sign.
+    bool unsignedSteering = false;
+    // 11: the battery voltage replaces the body record with its signal when it differs.
+    bool voltageSignal = false;
 };
 
 // What the decoder writes; a StatusLayout turns it into fields (see LayoutSink below).
