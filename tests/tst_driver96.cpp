@@ -81,7 +81,6 @@ void TestDriver96::record_data()
     const auto band = [](const D& d) { return QStringLiteral("%1 %2").arg(d.amplifier.ampBand1).arg(d.amplifier.ampBand4); };
     QTest::addRow("17 band below 2") << amplifier(3, 1) << "0 0" << +band;
     QTest::addRow("17 band 2 to 12 less 2") << amplifier(3, 5) << "3 0" << +band;
-    QTest::addRow("17 band 1 top") << amplifier(3, 13) << "10 0" << +band;
     QTest::addRow("17 band 4 top") << amplifier(6, 9) << "0 6" << +band;
     QTest::addRow("17 volume clamp 45") << amplifier(7, 46) << "45"
                                         << +[](const D& d) { return QString::number(d.amplifier.ampVolume); };
@@ -93,8 +92,6 @@ void TestDriver96::record_data()
         << +[](const D& d) { return d.fuel.fuelDistanceText + ' ' + d.fuel.fuelTextC; };
     QTest::addRow("50 item 31") << frame(0x50, {31, 7, 0}) << "7"
                                 << +[](const D& d) { return QString::number(d.settings.settingItem31); };
-    QTest::addRow("24 body byte") << frame(0x24, {0x5A}) << "90"
-                                  << +[](const D& d) { return QString::number(d.body.bodyRaw); };
     QTest::addRow("7d09 outdoor text") << frame(0x7D, {9, 60, 62, 64, 0}) << QString::fromUtf8("22.0\u2103 22\u2103")
         << +[](const D& d) { return d.body.outdoorText + ' ' + d.mileage.tempTextB; };
     QTest::addRow("7e D9 bit 4") << frame(0x7E, {0, 0, 0, 0, 0, 0, 0, 0, 0, 0x10, 0}) << "1"
@@ -139,7 +136,6 @@ void TestDriver96::reports()
     d->setSrcState(CanbusInterface::SRC_RADIO, {5});
     d->setTcanBussend(10, 20, 30, 40, 0);
     d->setTcanBussend(10, 20, 30, 40, 1);
-    d->setCanbusState(QStringLiteral("AirAC"), QStringLiteral("on"));
     QCOMPARE(h.sentFrames(), (L{frame(0xC8, {45, 13, 0}), frame(0xC0, {1, 0x11, 0xF0, 0x03, 0}), frame(0xC7, {1})}));
     // A call in progress before any incoming call is status 4; once a call came in, 2.
     const QByteArray lead4("\x05\x04", 2);
