@@ -9,6 +9,7 @@
 #include "common/statusframe.h"
 #include "common/temperature.h"
 #include "framereader.h"
+#include "tripstatus32.h"
 
 using canbus::bitOf;
 using canbus::bitsOf;
@@ -73,32 +74,7 @@ bool outdoorValid(quint8 raw) { return raw >= 1 && raw <= 254; }
 constexpr canbus::StatusVariant kStatusVariant = {false, false, false, 0, false, true, true};
 
 using M = MileageInformation32;
-using V = VoiceControlFeedback32;
-constexpr canbus::StatusLayout<M, V> kStatusLayout = {
-    {
-        &M::statusText,
-        &M::speedTextA, &M::speedTextB,
-        &M::odometerText, &M::distanceTextB, &M::distanceTextC, &M::distanceTextD,
-        &M::consumptionTextA, &M::consumptionTextB,
-        &M::tempTextA, &M::tempTextB, &M::tempTextC,
-        &M::engineText,
-        &M::voltageText,
-        &M::revolutionText,
-        &M::rotationTextA, &M::rotationTextB,
-    },
-    {
-        // Sub-frame 1 carries bits 7, 6, 5, 2, 1, 4, 3 in the decoder's order; this
-        // record names them by their place on the vehicle's page.
-        &M::statusBit7, &M::statusBit6, &M::statusBit5,
-        &M::statusBit4, &M::statusBit3, &M::statusBit2, &M::statusBit1,
-        &M::statusLow3,
-        &M::frame13High, &M::frame13Bit5, &M::frame13Bit4, &M::frame13Bit3, &M::frame13Bit2,
-    },
-    {{&M::statusWord1, &M::statusWord2, &M::statusWord3, &M::statusWord4, &M::statusWord5}, nullptr},
-    {{}, nullptr},
-    {{&V::voiceItem0, &V::voiceItem1, &V::voiceItem2, &V::voiceItem3, &V::voiceItem4,
-      &V::voiceItem5, &V::voiceItem6, &V::voiceItem7}, nullptr},
-};
+constexpr auto kStatusLayout = tripStatusLayout<M, VoiceControlFeedback32>();
 
 using F = FunctionRecognition32;
 constexpr canbus::FieldSeq<F, quint8, 33> kFunctionItems = {
@@ -115,7 +91,7 @@ constexpr canbus::FieldSeq<F, quint8, 33> kFunctionItems = {
 };
 
 // Frame 0x28 D1 bits 7..1.
-constexpr canbus::BitField<M> kDoorStatus[] = {
+constexpr canbus::BitField<TripStatus32> kDoorStatus[] = {
     bitOf(&M::statusBit7, D(1), 7), bitOf(&M::statusBit6, D(1), 6), bitOf(&M::statusBit5, D(1), 5),
     bitOf(&M::statusBit4, D(1), 4), bitOf(&M::statusBit3, D(1), 3), bitOf(&M::statusBit2, D(1), 2),
     bitOf(&M::statusBit1, D(1), 1),
@@ -226,7 +202,7 @@ void Canbus32Obj::onDoors(const FrameReader& f)
     body.bodyWarning36 = f.bits(D(0), 0, 2) != 0 ? 1 : 0;
     updateCarbodyData(body, powerOn);
     updateCardoorData(canbus::doorsFromByte(f, D(0), canbus::Bonnet::Bit2), powerOn);
-    canbus::applyBitFields(kDoorStatus, f, info()->mileage);
+    canbus::applyBitFields<TripStatus32>(kDoorStatus, f, info()->mileage);
     notify(&CanbusInterface::dataChanged);
 }
 

@@ -10,10 +10,10 @@
 #include "dataidinfo.h"
 
 // Distances, speeds, temperatures and engine values (frames 0x09, 0x27, 0x28, 0x6A and
-// the sub-frames of 0x7D named beside each field).
-struct MileageInformation32
+// the sub-frames of 0x7D named beside each field). The boxes of other makes that send
+// the same multiplexed status frame keep these values under the same names.
+struct TripStatus32
 {
-    void clear() { *this = MileageInformation32(); }
 
     quint8 distanceUnitB = 0, distanceUnitA = 0;   // 0x27: 1 km, 0 miles
     QString odometerText, distanceTextB, distanceTextC, distanceTextD;   // 0x27, 0x7D/4
@@ -28,8 +28,14 @@ struct MileageInformation32
     QString rotationTextA, rotationTextB;      // 0x7D/15
     quint8 frame13High = 0, frame13Bit5 = 0, frame13Bit4 = 0, frame13Bit3 = 0, frame13Bit2 = 0;
     QString consumptionTextA, consumptionTextB;   // 0x7D/7
-    quint8 carModel = 0;                       // "CanbusCAR", 0..4
     QString statusText;                        // 0x7D/0
+};
+
+struct MileageInformation32 : TripStatus32
+{
+    void clear() { *this = MileageInformation32(); }
+
+    quint8 carModel = 0;                       // "CanbusCAR", 0..4
 };
 
 // The factory amplifier (frame 0x93): bands 5..10 around a middle of 5.
