@@ -94,6 +94,19 @@ protected:
     bool updateOutdoorBody(double value, int unit);
     void updateOutdoorTemperature(double value, int unit, bool valid = true);
 
+    // A frame of the driver's own record: decoded by `handle` when it is longer than
+    // `above` bytes, then dataChanged; a shorter one changes nothing and still counts as
+    // handled (the parser's 1).
+    template <typename Driver>
+    int recordFrame(const FrameReader& f, int above, void (Driver::*handle)(const FrameReader&))
+    {
+        if (f.size() > above) {
+            (static_cast<Driver*>(this)->*handle)(f);
+            emit dataChanged();
+        }
+        return 1;
+    }
+
     // Sends a head-unit key code down (1) or up (0) on the virtual keyboard.
     void sendKeyCode(int code, int pressed, canbus::ZeroKey zero = canbus::ZeroKey::Skip);
 

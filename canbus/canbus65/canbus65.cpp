@@ -89,44 +89,34 @@ int Canbus65Obj::checkProtocolData(const QByteArray& frame)
     const FrameReader f(frame);
     if (!info())
         return 0;
-    using Handler = void (Canbus65Obj::*)(const FrameReader&);
-    // A record frame: decoded when it is longer than `above` bytes, then dataChanged.
-    // A shorter one changes nothing and still counts as handled.
-    const auto record = [&](int above, Handler handle) {
-        if (f.size() > above) {
-            (this->*handle)(f);
-            emit dataChanged();
-        }
-        return 1;
-    };
     switch (f.at(1)) {
     case 0x21: if (f.size() > 5) onHeldKey(f); return 1;
     case 0x22: if (f.size() > 5) onPanelKey(f); return 1;
-    case 0x23: return record(7, &Canbus65Obj::onRearRadar);
-    case 0x24: return record(7, &Canbus65Obj::onFrontRadar);
-    case 0x26: return record(7, &Canbus65Obj::onTyres);
-    case 0x27: return record(8, &Canbus65Obj::onClockText);
+    case 0x23: return recordFrame(f, 7, &Canbus65Obj::onRearRadar);
+    case 0x24: return recordFrame(f, 7, &Canbus65Obj::onFrontRadar);
+    case 0x26: return recordFrame(f, 7, &Canbus65Obj::onTyres);
+    case 0x27: return recordFrame(f, 8, &Canbus65Obj::onClockText);
     case 0x28: if (f.size() > 5) onDoors(f); return 1;
     case 0x29: if (f.size() >= 6) onSteering(f); return 1;
-    case 0x30: return record(11, &Canbus65Obj::onBasic);
-    case 0x31: return record(13, &Canbus65Obj::onMaintenance);
-    case 0x40: return record(8, &Canbus65Obj::onDrivingDisplay);
-    case 0x41: return record(4, &Canbus65Obj::onSetItems);
-    case 0x50: return record(19, &Canbus65Obj::onAverageFuel);
-    case 0x51: return record(33, &Canbus65Obj::onFuelHistory);
-    case 0x52: return record(16, &Canbus65Obj::onIStop);
-    case 0x60: return record(4, &Canbus65Obj::onDiscPower);
-    case 0x61: return record(15, &Canbus65Obj::onDisc);
-    case 0x62: return record(kAnySize, &Canbus65Obj::onDiscText);
-    case 0x70: return record(11, &Canbus65Obj::onAmplifier);
-    case 0x71: return record(7, &Canbus65Obj::onAmplifierMore);
-    case 0x72: return record(7, &Canbus65Obj::onRadio);
-    case 0x73: return record(7, &Canbus65Obj::onPreset);
-    case 0x74: return record(17, &Canbus65Obj::onSecurity);
+    case 0x30: return recordFrame(f, 11, &Canbus65Obj::onBasic);
+    case 0x31: return recordFrame(f, 13, &Canbus65Obj::onMaintenance);
+    case 0x40: return recordFrame(f, 8, &Canbus65Obj::onDrivingDisplay);
+    case 0x41: return recordFrame(f, 4, &Canbus65Obj::onSetItems);
+    case 0x50: return recordFrame(f, 19, &Canbus65Obj::onAverageFuel);
+    case 0x51: return recordFrame(f, 33, &Canbus65Obj::onFuelHistory);
+    case 0x52: return recordFrame(f, 16, &Canbus65Obj::onIStop);
+    case 0x60: return recordFrame(f, 4, &Canbus65Obj::onDiscPower);
+    case 0x61: return recordFrame(f, 15, &Canbus65Obj::onDisc);
+    case 0x62: return recordFrame(f, kAnySize, &Canbus65Obj::onDiscText);
+    case 0x70: return recordFrame(f, 11, &Canbus65Obj::onAmplifier);
+    case 0x71: return recordFrame(f, 7, &Canbus65Obj::onAmplifierMore);
+    case 0x72: return recordFrame(f, 7, &Canbus65Obj::onRadio);
+    case 0x73: return recordFrame(f, 7, &Canbus65Obj::onPreset);
+    case 0x74: return recordFrame(f, 17, &Canbus65Obj::onSecurity);
     // The status frame's own minimum depends on its sub-frame; a short one still
     // reaches dataChanged.
-    case 0x7D: return record(kAnySize, &Canbus65Obj::onStatus);
-    case 0x7E: return record(canbus::kFunctionFrameMinimum - 1, &Canbus65Obj::onFunctions);
+    case 0x7D: return recordFrame(f, kAnySize, &Canbus65Obj::onStatus);
+    case 0x7E: return recordFrame(f, canbus::kFunctionFrameMinimum - 1, &Canbus65Obj::onFunctions);
     case 0x7F: canbus::takeVersionFrame(*this, f); return 1;
     default: return 0;
     }

@@ -214,25 +214,15 @@ int Canbus96Obj::checkProtocolData(const QByteArray& frame)
     const FrameReader f(frame);
     if (!info())
         return 0;
-    using Handler = void (Canbus96Obj::*)(const FrameReader&);
-    // A record frame: decoded when it is longer than `above` bytes, then dataChanged.
-    // A shorter one changes nothing and still counts as handled.
-    const auto record = [&](int above, Handler handle) {
-        if (f.size() > above) {
-            (this->*handle)(f);
-            emit dataChanged();
-        }
-        return 1;
-    };
     switch (f.at(1)) {
-    case 0x17: return record(17, &Canbus96Obj::onAmplifier);
+    case 0x17: return recordFrame(f, 17, &Canbus96Obj::onAmplifier);
     case 0x20: if (f.size() > 5) onKey(f); return 1;
-    case 0x24: return record(4, &Canbus96Obj::onBody);
-    case 0x40: return record(12, &Canbus96Obj::onFuel);
-    case 0x50: return record(5, &Canbus96Obj::onSetting);
+    case 0x24: return recordFrame(f, 4, &Canbus96Obj::onBody);
+    case 0x40: return recordFrame(f, 12, &Canbus96Obj::onFuel);
+    case 0x50: return recordFrame(f, 5, &Canbus96Obj::onSetting);
     // A status frame short for its sub-frame still reaches dataChanged.
-    case 0x7D: return record(kAnySize, &Canbus96Obj::onStatus);
-    case 0x7E: return record(canbus::kFunctionFrameMinimum - 1, &Canbus96Obj::onFunctions);
+    case 0x7D: return recordFrame(f, kAnySize, &Canbus96Obj::onStatus);
+    case 0x7E: return recordFrame(f, canbus::kFunctionFrameMinimum - 1, &Canbus96Obj::onFunctions);
     case 0x7F: canbus::takeVersionFrame(*this, f); return 1;
     default: return 0;
     }
