@@ -235,8 +235,10 @@ quint32 bigEndian32(const QByteArray& frame, int at)
 // A touch frame carries its point up to byte 7.
 constexpr quint8 kTouchLength = 6;
 
-// A point as the touch device's ioctl takes it.
-struct TouchPoint { int x; int y; };
+// A point as the touch device's ioctl takes it: two 32-bit words, on the 32-bit unit
+// and on a 64-bit desktop alike.
+struct TouchPoint { qint32 x; qint32 y; };
+static_assert(sizeof(TouchPoint) == 8, "the touch device reads two 32-bit words");
 
 struct TouchAction { quint8 action; unsigned long command; };
 constexpr TouchAction kTouchActions[] = {

@@ -1,10 +1,17 @@
 #!/usr/bin/env bash
 # Builds the module and runs every test suite: once as a plain build and once with
 # AddressSanitizer and UndefinedBehaviorSanitizer; then a short smoke run of the
-# fuzzers (clang, libFuzzer). Installs missing Debian packages.
-# Usage: scripts/test.sh [--quick]    (--quick: the plain build only)
+# fuzzers (clang, libFuzzer); then the 32-bit ARM build with its suites under qemu-arm
+# and the packages (scripts/test-armhf.sh). Installs missing Debian packages.
+# Usage: scripts/test.sh [--quick | --armhf]
+#   --quick  the plain build only
+#   --armhf  the ARM build and its suites only
 set -euo pipefail
 cd "$(dirname "$0")/.."
+
+if [ "${1:-}" = "--armhf" ]; then
+    exec bash scripts/test-armhf.sh
+fi
 
 scripts/deps.sh
 jobs=$(nproc 2>/dev/null || echo 2)
@@ -30,5 +37,11 @@ if [ "${1:-}" != "--quick" ]; then
 
     echo "== fuzz smoke (clang, libFuzzer, ASan + UBSan) =="
     bash fuzz/run.sh --smoke
+
+    echo "== packages of the plain build =="
+    (cd build && cpack -G DEB >/dev/null && ls canbus-*.deb)
+
+    echo "== ARM (armhf) build, suites under qemu-arm, packages =="
+    bash scripts/test-armhf.sh
 fi
 echo "All tests passed."

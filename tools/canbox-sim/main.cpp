@@ -19,6 +19,7 @@
 #include "canbuscatalogue.h"
 #include "driverfactory.h"
 #include "hexbytes.h"
+#include "installedpath.h"
 #include "quitonsignal.h"
 #include "scenario.h"
 
@@ -28,6 +29,12 @@ namespace {
 
 constexpr int kDefaultProtocol = 27;
 constexpr double kMaxDurationS = 7 * 24 * 3600.0;
+
+// The scenarios installed beside an installed simulator, else the source tree's.
+QString defaultScenarioDir()
+{
+    return canbox::installedOrBuilt(CANBOX_INSTALLED_SCENARIO_DIR, CANBOX_SCENARIO_DIR);
+}
 
 enum ExitCode { ExitOk = 0, ExitFailure = 1, ExitUsage = 2 };
 
@@ -119,7 +126,7 @@ Options parseOptions(const QCoreApplication& app)
          QStringLiteral("file|name")},
         {QStringLiteral("scenario-dir"),
          QStringLiteral("Folder of scenarios, with one folder per protocol (default: %1).")
-             .arg(QStringLiteral(CANBOX_SCENARIO_DIR)),
+             .arg(defaultScenarioDir()),
          QStringLiteral("dir")},
         {QStringLiteral("device"),
          QStringLiteral("Use this serial device instead of a new pseudo-terminal; it runs at the "
@@ -153,7 +160,7 @@ Options parseOptions(const QCoreApplication& app)
         o.protocol = positiveInt(parser.value(QStringLiteral("protocol")), "protocol");
     o.scenarios = parser.values(QStringLiteral("scenario"));
     o.scenarioDir = parser.isSet(QStringLiteral("scenario-dir")) ? parser.value(QStringLiteral("scenario-dir"))
-                                                                 : QStringLiteral(CANBOX_SCENARIO_DIR);
+                                                                 : defaultScenarioDir();
     o.device = parser.value(QStringLiteral("device"));
     o.link = parser.value(QStringLiteral("link"));
     o.loop = parser.isSet(QStringLiteral("loop"));

@@ -21,6 +21,7 @@
 #include "datasavecontrol.h"
 #include "host.h"
 #include "hostoutput.h"
+#include "installedpath.h"
 #include "mcuhost.h"
 #include "modulelog.h"
 #include "quitonsignal.h"
@@ -28,6 +29,12 @@
 namespace {
 
 constexpr int kDefaultProtocol = 27;
+
+// The installed plug-in beside an installed host, else the one built with it.
+QString defaultPlugin()
+{
+    return canbox::installedOrBuilt(CANBUS_HOST_INSTALLED_PLUGIN, CANBUS_HOST_PLUGIN);
+}
 constexpr double kMaxDurationS = 7 * 24 * 3600.0;
 
 enum ExitCode { ExitOk = 0, ExitFailure = 1, ExitUsage = 2 };
@@ -88,7 +95,7 @@ Options parseOptions(const QCoreApplication& app)
     parser.addVersionOption();
     parser.addOptions({
         {QStringLiteral("plugin"),
-         QStringLiteral("The plug-in file to load (default: %1).").arg(QStringLiteral(CANBUS_HOST_PLUGIN)),
+         QStringLiteral("The plug-in file to load (default: %1).").arg(defaultPlugin()),
          QStringLiteral("path")},
         {{QStringLiteral("p"), QStringLiteral("protocol")},
          QStringLiteral("Vehicle protocol to select, by its catalogue id; stored as CanIndex. "
@@ -124,7 +131,7 @@ Options parseOptions(const QCoreApplication& app)
 
     Options o;
     o.plugin = parser.isSet(QStringLiteral("plugin")) ? parser.value(QStringLiteral("plugin"))
-                                                      : QStringLiteral(CANBUS_HOST_PLUGIN);
+                                                      : defaultPlugin();
     if (parser.isSet(QStringLiteral("protocol"))) {
         bool ok = false;
         o.protocol = parser.value(QStringLiteral("protocol")).toInt(&ok);
