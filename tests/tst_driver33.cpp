@@ -99,6 +99,7 @@ void TestDriver33::climate_data()
     // 2 and 56 lie outside the degrees: the texts stay as byte 3 left them.
     row(false, {frame(0x10, {0x19, 0, 1, 2, 56, 0})}, {"tempLeft=25", "tempRight=25", "tempLeftFahrenheit=0"});
     row(false, {frame(0x10, {0x19, 0, 1, 0, 0, 0})}, {"tempLeftFahrenheit=255", "tempRightFahrenheit=255"});
+    row(false, {frame(0x10, {0x19, 0, 1, 0, 56, 0})}, {"tempLeftFahrenheit=0", "tempRightFahrenheit=0", "tempLeft=25"});
     row(true, {frame(0x10, {0x14, 0, 1, 5, 57, 0})}, {"tempLeftHigh=1", "tempRightLow=0", "tempRight=19.0", "tempLeft=20"});
     // Only moved bytes apply: byte 3 rewrites both texts, the set points stay unapplied;
     // a change behind the known bytes is still news.
