@@ -69,7 +69,11 @@ bool savePersistent(const QString& group, const QString& key, const QVariant& va
     Store& s = store();
     QMutexLocker lock(&s.mutex);
     QSettings& settings = s.open();
-    settings.setValue(group + QLatin1Char('/') + key, value);
+    const QString path = group + QLatin1Char('/') + key;
+    // Vehicles repeat the states they report; a value already stored costs no write.
+    if (settings.contains(path) && settings.value(path) == value)
+        return settings.status() == QSettings::NoError;
+    settings.setValue(path, value);
     settings.sync();
     return settings.status() == QSettings::NoError;
 }

@@ -16,6 +16,7 @@ int minuteOfDay(const QTime& t)
 
 DateTimeCtrl::DateTimeCtrl()
 {
+    refreshZone();
     remember(getCurrentDateTime());
 }
 
@@ -35,7 +36,8 @@ QDateTime DateTimeCtrl::getCurrentDateTime() const
 {
     if (m_fixed.isValid())
         return m_fixed;
-    return QDateTime::currentDateTime().addMSecs(m_offsetMs);
+    return QDateTime::fromMSecsSinceEpoch(QDateTime::currentMSecsSinceEpoch() + m_offsetMs,
+                                          Qt::OffsetFromUTC, m_utcOffsetS);
 }
 
 void DateTimeCtrl::setCurrentDateTime(const QDate& date, int hour, int minute, int second, int flag)
@@ -43,11 +45,12 @@ void DateTimeCtrl::setCurrentDateTime(const QDate& date, int hour, int minute, i
     const QTime time(hour, minute, second);
     if (!date.isValid() || !time.isValid())
         return;
-    const QDateTime target(date, time);
+    const QDateTime target = m_fixed.isValid() ? QDateTime(date, time)
+                                               : QDateTime(date, time, Qt::OffsetFromUTC, m_utcOffsetS);
     if (m_fixed.isValid())
         m_fixed = target;
     else
-        m_offsetMs = QDateTime::currentDateTime().msecsTo(target);
+        m_offsetMs = target.toMSecsSinceEpoch() - QDateTime::currentMSecsSinceEpoch();
     m_lastFlag = flag;
     remember(target);
     emit dateTimeSet(target, flag);
@@ -82,6 +85,7 @@ void DateTimeCtrl::reset()
     m_fixed = QDateTime();
     m_offsetMs = 0;
     m_lastFlag = 0;
+    refreshZone();
     // A reset is not a change of the clock that listeners asked to follow.
     remember(getCurrentDateTime());
 }
@@ -100,8 +104,14 @@ void DateTimeCtrl::ensurePolling()
     m_timer->start();
 }
 
+void DateTimeCtrl::refreshZone()
+{
+    m_utcOffsetS = QDateTime::currentDateTime().offsetFromUtc();
+}
+
 void DateTimeCtrl::poll()
 {
+    refreshZone();
     const QDateTime now = getCurrentDateTime();
     if (!now.isValid())
         return;

@@ -46,10 +46,16 @@ private:
     DateTimeCtrl();
     void ensurePolling();
     void poll();
+    // The local zone's offset, taken at start, at each poll and at a reset: every
+    // conversion through the C library's local time would look the zone up again, and
+    // vehicles set the clock many times a second. A change of zone or of summer time is
+    // seen within the poll's second.
+    void refreshZone();
     void remember(const QDateTime& now);
 
     QTimer* m_timer = nullptr;
     qint64 m_offsetMs = 0;
+    int m_utcOffsetS = 0;
     QDateTime m_fixed;
     int m_lastFlag = 0;
     QDate m_lastDate;

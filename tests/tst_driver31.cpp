@@ -278,6 +278,12 @@ void TestDriver31::languageClockModelReverseTouch()
     h.feed(frame(0x79, {0x01, 9, 30, 0, 0}));   // the vehicle's clock, with a 12-hour display
     QCOMPARE(DateTimeCtrl::getInstance()->getCurrentDateTime().toString(QStringLiteral("HH:mm")), QStringLiteral("09:30"));
     QCOMPARE(DateTimeCtrl::getInstance()->lastSetFlag(), 1);
+    // The vehicle repeats its minute: the seconds the clock ran on stay; a new minute is taken.
+    DateTimeCtrl::getInstance()->setFixedDateTime(QDateTime(QDate(2026, 5, 4), QTime(9, 30, 40)));
+    h.feed(frame(0x79, {0x01, 9, 30, 0, 0}));
+    QCOMPARE(DateTimeCtrl::getInstance()->getCurrentDateTime().time(), QTime(9, 30, 40));
+    h.feed(frame(0x79, {0x01, 9, 31, 0, 0}));
+    QCOMPARE(DateTimeCtrl::getInstance()->getCurrentDateTime().time(), QTime(9, 31));
     h.driver()->setCurrentTime(0, 1, 2);
     h.driver()->setCurrentTime(13, 1, 2);
     honda(h)->setTcanBussend(512, 300, 1024, 600, 0);

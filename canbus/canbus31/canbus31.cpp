@@ -209,8 +209,6 @@ void Canbus31Obj::onSteering(const FrameReader& f)
 void Canbus31Obj::onVehicleClock(const FrameReader& f)
 {
     // The vehicle sets the time of day and the display's format; the date stays.
-    DateTimeCtrl* clock = DateTimeCtrl::getInstance();
-    const QDate today = clock->getCurrentDateTime().date();
     DataSaveControl::saveSettingData(QStringLiteral("Time24hFormat"), f.bit(D(0), 0) ? 0 : 1, QString());
-    clock->setCurrentDateTime(today, f.d(1), f.d(2), 0, 1);
+    vehicleClock.follow(f.d(1), f.d(2), canbus::VehicleClock::Seconds::Zero, 1);
 }

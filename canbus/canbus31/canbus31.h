@@ -8,6 +8,7 @@
 #include <QByteArray>
 
 #include "common/payloadcache.h"
+#include "common/vehicleclock.h"
 #include "data31info.h"
 #include "recorddriver.h"
 
@@ -77,4 +78,5 @@ private:
     QTimer* selectTimer = nullptr;
     int currentKey = 0;
     canbus::PayloadCache airCache;   // the last climate frame's data bytes
+    canbus::VehicleClock vehicleClock;
 };

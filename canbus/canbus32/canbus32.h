@@ -5,6 +5,7 @@
 // apart at the release, and a clock the wheel can set, both ways. Out: climate buttons
 // as press and release, the clock, the language, the vehicle model, screen taps and
 // the source reports.
+#include "common/vehicleclock.h"
 #include "data32info.h"
 #include "recorddriver.h"
 
@@ -90,4 +91,5 @@ private:
     QTimer* doorRequestTimer = nullptr;
     int pressState = 0;          // how the held wheel key went down: 1 short, 2 long
     QByteArray lastAirPayload;   // data bytes of the last climate frame
+    canbus::VehicleClock vehicleClock;
 };

@@ -75,7 +75,7 @@ void setClock(int hour, int minute)
 
 void Canbus32Obj::onVehicleClock(const FrameReader& f)
 {
-    setClock(f.d(1), f.d(2));
+    vehicleClock.follow(f.d(1), f.d(2), canbus::VehicleClock::Seconds::Keep, kFromVehicle);
 }
 
 void Canbus32Obj::confirmClock(int hour, int minute, bool hour24)
@@ -85,6 +85,8 @@ void Canbus32Obj::confirmClock(int hour, int minute, bool hour24)
 
 void Canbus32Obj::onClockKeys(const FrameReader& f)
 {
+    // The wheel may set the clock here; the vehicle's next time is taken again after it.
+    vehicleClock.forget();
     const quint8 direction = f.d(1);
     const QTime t = now().time();
     switch (f.d(0)) {
