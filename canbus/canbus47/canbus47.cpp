@@ -1,7 +1,9 @@
 #include "canbus47.h"
 
 namespace {
-constexpr auto kProfile = canbus::DriverProfile{canbus::FrameFamily::Start2E, canbus::WalkVariant::A};
+// Not one of the boxes that take the disconnect frame: it is forgotten, nothing is sent.
+constexpr auto kProfile = canbus::DriverProfile{canbus::FrameFamily::Start2E, canbus::WalkVariant::A}
+        .disconnecting(canbus::DisconnectForm::Base);
 }
 
 Canbus47Obj::Canbus47Obj(QObject* parent)

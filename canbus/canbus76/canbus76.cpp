@@ -3,7 +3,9 @@
 namespace {
 // The catalogue's families don't list this box; it walks as its sibling 73 does, whose
 // frames it speaks.
-constexpr auto kProfile = canbus::DriverProfile{canbus::FrameFamily::Start2E, canbus::WalkVariant::A};
+// Not one of the boxes that take the disconnect frame: it is forgotten, nothing is sent.
+constexpr auto kProfile = canbus::DriverProfile{canbus::FrameFamily::Start2E, canbus::WalkVariant::A}
+        .disconnecting(canbus::DisconnectForm::Base);
 }
 
 Canbus76Obj::Canbus76Obj(QObject* parent)
