@@ -4,7 +4,6 @@
 #include "framereader.h"
 #include "common/statusframe.h"
 #include "common/temperature.h"
-#include "common/textcodec.h"
 #include "common/vehiclemodel.h"
 
 namespace {
@@ -168,8 +167,7 @@ void Canbus56Obj::onVersion(const FrameReader& f)
 {
     setConnectedState(true);
     sendFrame(kRequestType, {kFirstRequest});
-    // All data bytes, zeros included.
-    setVersionData(canbus::decodeUtf8(f.bytes(canbus::kDataOffset2E, f.at(2))));
+    setVersionData(canbus::versionText(f));
 }
 
 void Canbus56Obj::onSpeed(const FrameReader& f)
