@@ -34,7 +34,7 @@ QPair<int, int> key(int code, int pressed) { return {canbus::kkmapKey(code), pre
 Keys tap(int code, int times = 1)
 {
     Keys out;
-    for (int i = 0; i < times; ++i)
+    while (times-- > 0)
         out << key(code, 1) << key(code, 0);
     return out;
 }
@@ -43,7 +43,7 @@ QString ints(std::initializer_list<int> values)
     QStringList out;
     for (int v : values)
         out << QString::number(v);
-    return out.join(QLatin1Char(' '));
+    return out.join(' ');
 }
 
 // Feeds the frames and names each signal that went out, with its count.
@@ -70,10 +70,8 @@ class TestDriver56 : public QObject
 
 private slots:
     void connection();
-    void climate_data();
-    void climate();
-    void gating_data();
-    void gating();
+    void climateAndSignals_data();
+    void climateAndSignals();
     void keys_data();
     void keys();
     void records_data();
@@ -106,7 +104,7 @@ void TestDriver56::connection()
     QCOMPARE(radar.count(), 0);
 }
 
-void TestDriver56::climate_data()
+void TestDriver56::climateAndSignals_data()
 {
     QTest::addColumn<bool>("powered");
     QTest::addColumn<bool>("rightHand");
@@ -131,17 +129,40 @@ void TestDriver56::climate_data()
     // Right-hand drive exchanges the zones; 29 and 65 lie outside the half degrees.
     row(true, true, {frame(0x21, {0, 0, 31, 65, 0, 0})}, {"tempLeft=", "tempRight=15.5", "tempRightLow=0"},
         {"dataChanged x1", "airConditionerDataChanged x1"});
-    row(true, false, {frame(0x21, {0, 0, 29, 0, 0, 0})}, {"tempLeft=", "tempRightLow=1"},
-        {"dataChanged x1", "airConditionerDataChanged x1"});
     // A frame that moved only byte 3 still applies it; the last byte is no news.
     row(true, false, {frame(0x21, {0x80, 1, 40, 40, 0, 0}), frame(0x21, {0x00, 1, 40, 40, 0, 0}),
                       frame(0x21, {0x00, 1, 40, 40, 0, 3})},
         {"airPower=0", "airWindSpeedLeft=1", "tempLeft=20.0"}, {"dataChanged x3", "airConditionerDataChanged x2"});
     // While off the record follows and the climate is still told.
     row(false, false, {frame(0x21, {0x80, 0, 0, 0, 0, 0})}, {"airOnOff=1"}, {"airConditionerDataChanged x1"});
+    // Which signals wait for the head unit to be on.
+    const QStringList none;
+    row(false, false, {frame(0x25, {3, 0}), frame(0x39, {1, 1, 1, 0}), frame(0x40, {1, 0}), frame(0x7E, QByteArray(11, 1))},
+        none, none);
+    row(true, false, {frame(0x25, {3, 0}), frame(0x7E, QByteArray(11, 1))}, none, {"dataChanged x2"});
+    // The body bits are told, though the body record never changes.
+    row(true, false, {frame(0x24, {0x07})}, none, {"dataChanged x1", "carbodyDataChanged x1"});
+    row(false, false, {frame(0x24, {0x07})}, none, none);
+    // Speeds are told whatever the power; a short one still says dataChanged.
+    row(false, false, {frame(0x07, {1, 0x2C}), frame(0x08, {0}), frame(0x14, {0x33})}, none,
+        {"dataChanged x3", "carbodyDataChanged x1"});
+    // Warnings wait for power, doors don't.
+    row(false, false, {frame(0x41, {0x01, 0x81})}, none, {"dataChanged x1", "cardoorDataChanged x1"});
+    row(true, false, {frame(0x41, {0x01, 0x81})}, none,
+        {"dataChanged x1", "carbodyDataChanged x1", "cardoorDataChanged x1"});
+    // The outdoor temperature is told on every frame, also one that repeats.
+    row(false, false, {frame(0x41, {0x02, 0, 0xFB, 0, 0, 0}), frame(0x41, {0x02, 0, 0xFB, 0, 0, 0})}, none,
+        {"dataChanged x2", "outdoorTemperatureChanged x2"});
+    // The status frame's own signals wait for power, a short one included.
+    row(false, false, {frame(0x7D, {5, 0x80}), frame(0x7D, {8, 5, 0}), frame(0x7D, {9})}, none, none);
+    row(true, false, {frame(0x7D, {5, 0x80}), frame(0x7D, {8, 5, 0}), frame(0x7D, {3})}, none,
+        {"dataChanged x3", "cardoorDataChanged x1", "trajectoryDataChanged x1"});
+    // Steering and radar (the test reverses) whatever the power.
+    row(false, false, {frame(0x26, {5, 0x80, 0}), frame(0x22, {1, 2, 3, 4, 0})}, none,
+        {"trajectoryDataChanged x1", "radarDataChanged x1"});
 }
 
-void TestDriver56::climate()
+void TestDriver56::climateAndSignals()
 {
     QFETCH(bool, powered);
     QFETCH(bool, rightHand);
@@ -152,56 +173,9 @@ void TestDriver56::climate()
     h.driver()->setRightDriver(rightHand);
     if (!powered)
         h.driver()->setPowerOffState();
+    h.driver()->setInReverse(true);
     QCOMPARE(signalsOf(h, frames), told);
     compareFields(*h.driver()->getAirData(), expected);
-    const BodyInformation56 b = info(h).body;
-    QCOMPARE(ints({b.airExtraFlag, b.airExtraMode}),
-             ints({frames.last().at(8) >> 2 & 1, frames.last().at(8) & 3}));
-}
-
-void TestDriver56::gating_data()
-{
-    QTest::addColumn<bool>("powered");
-    QTest::addColumn<Frames>("frames");
-    QTest::addColumn<QStringList>("told");
-    auto row = [](bool powered, const Frames& frames, const QStringList& told) {
-        QTest::addRow("%s%s", frames.last().toHex().constData(), powered ? "" : " off") << powered << frames << told;
-    };
-    row(false, {frame(0x25, {0x03, 0})}, {});
-    row(true, {frame(0x25, {0x03, 0})}, {"dataChanged x1"});
-    // The body bits are told, though the body record never changes.
-    row(true, {frame(0x24, {0x07})}, {"dataChanged x1", "carbodyDataChanged x1"});
-    row(false, {frame(0x24, {0x07})}, {});
-    // Speeds are told whatever the power; a short one still says dataChanged.
-    row(false, {frame(0x07, {0x01, 0x2C}), frame(0x08, {0})}, {"dataChanged x2", "carbodyDataChanged x1"});
-    row(false, {frame(0x14, {0x33})}, {"dataChanged x1"});
-    // Warnings wait for power, doors don't.
-    row(false, {frame(0x41, {0x01, 0x81})}, {"dataChanged x1", "cardoorDataChanged x1"});
-    row(true, {frame(0x41, {0x01, 0x81})}, {"dataChanged x1", "carbodyDataChanged x1", "cardoorDataChanged x1"});
-    // The outdoor temperature is told on every frame, also one that repeats.
-    row(false, {frame(0x41, {0x02, 0, 0xFB, 0, 0, 0}), frame(0x41, {0x02, 0, 0xFB, 0, 0, 0})},
-        {"dataChanged x2", "outdoorTemperatureChanged x2"});
-    // The status frame's own signals wait for power, a short one included.
-    row(false, {frame(0x7D, {5, 0x80}), frame(0x7D, {8, 5, 0}), frame(0x7D, {9})}, {});
-    row(true, {frame(0x7D, {5, 0x80}), frame(0x7D, {8, 5, 0}), frame(0x7D, {3})},
-        {"dataChanged x3", "cardoorDataChanged x1", "trajectoryDataChanged x1"});
-    row(false, {frame(0x39, {1, 1, 1, 0}), frame(0x40, {1, 0}), frame(0x7E, QByteArray(11, '\xFF'))}, {});
-    row(true, {frame(0x7E, QByteArray(11, '\xFF'))}, {"dataChanged x1"});
-    row(false, {frame(0x26, {5, 0x80, 0})}, {"trajectoryDataChanged x1"});
-    // Radar only while reversing (set by the test); its bars run to 7.
-    row(false, {frame(0x22, {1, 2, 3, 4, 0})}, {"radarDataChanged x1"});
-}
-
-void TestDriver56::gating()
-{
-    QFETCH(bool, powered);
-    QFETCH(Frames, frames);
-    QFETCH(QStringList, told);
-    DriverHarness h(kId);
-    h.driver()->setInReverse(true);
-    if (!powered)
-        h.driver()->setPowerOffState();
-    QCOMPARE(signalsOf(h, frames), told);
 }
 
 void TestDriver56::keys_data()
@@ -226,7 +200,6 @@ void TestDriver56::keys_data()
     // The knob: 1..3 steps up, 253..255 three to one steps down.
     row({frame(0x29, {2, 3})}, tap(0x1100025, 3));
     row({frame(0x29, {2, 254})}, tap(0x1100024, 2));
-    row({frame(0x29, {2, 253})}, tap(0x1100024));
     row({frame(0x29, {2, 4})}, {});
     row({frame(0x29, {2})}, {});
 }
@@ -254,16 +227,12 @@ void TestDriver56::records_data()
         [=](const DriverHarness& h) { return info(h).body.speedText + ints({body(h)->vehicleSpeed}); }, "300km/h30000");
     row({frame(0x08, {0x0B, 0xB8, 0})},
         [=](const DriverHarness& h) { return info(h).body.rpmText + ints({body(h)->engineSpeed}); }, "3000RPM300000");
-    row({frame(0x24, {0x05})}, [=](const DriverHarness& h) {
+    // Frame 0x24's flags never reach the body record.
+    row({frame(0x14, {0x33}), frame(0x24, {0x05}), frame(0x25, {0x02, 0}), frame(0x40, {7})}, [=](const DriverHarness& h) {
         const BodyInformation56 b = info(h).body;
-        return ints({b.bodyBit2, b.bodyBit1, b.bodyBit0, body(h)->bodyFlag31, body(h)->bodyFlag1});
-    }, "1 0 1 255 255");
-    row({frame(0x25, {0x02, 0})}, [](const DriverHarness& h) {
-        return ints({info(h).body.statusBit1, info(h).body.statusBit0});
-    }, "1 0");
-    row({frame(0x14, {0x33}), frame(0x40, {7})}, [](const DriverHarness& h) {
-        return ints({info(h).body.bodyByte, info(h).body.bodyActive});
-    }, "51 1");
+        return ints({b.bodyByte, b.bodyBit2, b.bodyBit1, b.bodyBit0, body(h)->bodyFlag31, body(h)->bodyFlag1,
+                     b.statusBit1, b.statusBit0, b.bodyActive});
+    }, "51 1 0 1 255 255 1 0 1");
     row({frame(0x39, {1, 1, 5, 0}), frame(0x39, {2, 2, 9, 0}), frame(0x39, {2, 3, 3, 0}), frame(0x39, {3, 2, 1, 0}),
          frame(0x39, {2, 4, 1, 0})}, [](const DriverHarness& h) {
         const BodyInformation56 b = info(h).body;
@@ -275,29 +244,24 @@ void TestDriver56::records_data()
         return ints({body(h)->bodyWarning36, d.doorFrontLeft, d.doorFrontRight, d.doorRearLeft, d.doorRearRight,
                      d.doorTrunk, info(h).body.bodyBit1});
     }, "1 1 1 1 1 1 1");
-    row({frame(0x41, {0x01, 0x64})}, [=](const DriverHarness& h) {
-        return ints({body(h)->bodyWarning36, h.driver()->getCardoorData()->doorRearLeft, info(h).body.bodyBit1});
-    }, "1 1 0");
-    row({frame(0x41, {0x01, 0x01})}, [=](const DriverHarness& h) { return ints({body(h)->bodyWarning36}); }, "0");
+    auto warning = [=](const DriverHarness& h) { return ints({body(h)->bodyWarning36, info(h).body.bodyBit1}); };
+    row({frame(0x41, {0x01, 0x64})}, warning, "1 0");
+    row({frame(0x41, {0x01, 0x01})}, warning, "0 1");
     row({frame(0x41, {0x02, 0xFF, 0xF6, 0x01, 0x02, 0x03})}, [](const DriverHarness& h) {
         return h.driver()->getAirData()->outdoorTemp + info(h).body.outdoorText + info(h).body.rangeText;
     }, QString::fromUtf8("-1\u2103-1\u210366051Km"));
-    row({frame(0x41, {0x02, 0x00, 0xFB, 0, 0, 0})},
-        [](const DriverHarness& h) { return h.driver()->getAirData()->outdoorTemp; }, QString::fromUtf8("25.1\u2103"));
-    row({frame(0x41, {0x02, 0x00, 0xFB, 0, 0})},
-        [](const DriverHarness& h) { return h.driver()->getAirData()->outdoorTemp; }, "");
-    row({frame(0x41, {0x80, 9, 2})}, [](const DriverHarness& h) {
-        return ints({info(h).body.carModel, info(h).body.carOption});
-    }, "3 2");
+    auto outdoor = [](const DriverHarness& h) { return h.driver()->getAirData()->outdoorTemp; };
+    row({frame(0x41, {0x02, 0x00, 0xFB, 0, 0, 0})}, outdoor, QString::fromUtf8("25.1\u2103"));
+    row({frame(0x41, {0x02, 0x00, 0xFB, 0, 0})}, outdoor, "");
+    row({frame(0x41, {0x80, 9, 2})}, [](const DriverHarness& h) { return ints({info(h).body.carModel, info(h).body.carOption}); }, "3 2");
     // Status sub-frames: unit bytes in the longer frames, the level page.
-    row({frame(0x7D, {3, 0x10, 0x27, 0x20, 0x4E, 1})},
-        [](const DriverHarness& h) { return info(h).mileage.speedTextA + info(h).mileage.speedTextB; },
-        "100MPH200MPH");
-    row({frame(0x7D, {3, 0x10, 0x27, 0x20, 0x4E})},
-        [](const DriverHarness& h) { return info(h).mileage.speedTextA; }, "100KM/H");
-    row({frame(0x7D, {7, 0x0F, 0, 0x1E, 0, 3})},
-        [](const DriverHarness& h) { return info(h).mileage.consumptionTextB; }, "3MPG(US)");
-    row({frame(0x7D, {7, 0x0F, 0, 0x1E})}, [](const DriverHarness& h) { return info(h).mileage.consumptionTextA; }, "");
+    // Byte 8 of the climate frame goes to the driver's own record.
+    row({frame(0x21, {0, 0, 0, 0, 0, 0x06})},
+        [](const DriverHarness& h) { return ints({info(h).body.airExtraFlag, info(h).body.airExtraMode}); }, "1 2");
+    auto units = [](const DriverHarness& h) { return info(h).mileage.speedTextB + info(h).mileage.consumptionTextB; };
+    row({frame(0x7D, {3, 0x10, 0x27, 0x20, 0x4E, 1}), frame(0x7D, {7, 0x0F, 0, 0x1E, 0, 3})}, units, "200MPH3MPG(US)");
+    // Shorter frames: kilometres; the consumption needs the unit's place.
+    row({frame(0x7D, {3, 0x10, 0x27, 0x20, 0x4E}), frame(0x7D, {7, 0x0F, 0, 0x1E})}, units, "200KM/H");
     row({frame(0x7D, {16, 0x85, 0xE4, 50, 0xFF, 0})}, [](const DriverHarness& h) {
         const MileageInformation56 m = info(h).mileage;
         return ints({m.levelA, m.levelB, m.levelC, m.levelD, m.levelE});
@@ -333,10 +297,7 @@ void TestDriver56::outbound_data()
         return [=](DriverHarness& h) {
             DataSaveControl::saveSettingData("Time24hFormat", format24, {});
             DateTimeCtrl::getInstance()->setFixedDateTime(QDateTime(QDate(2024, 3, 9), QTime(hour, 5, 7)));
-            if (date)
-                h.driver()->setCurrentData(1, 1, 1);
-            else
-                h.driver()->setCurrentTime(1, 1, 1);
+            date ? h.driver()->setCurrentData(1, 1, 1) : h.driver()->setCurrentTime(1, 1, 1);
             DateTimeCtrl::getInstance()->clearFixedDateTime();
         };
     };
@@ -359,8 +320,6 @@ void TestDriver56::outbound_data()
     QTest::addRow("radio one item") << source(1, {5}) << Frames{};
     QTest::addRow("media 17") << source(17, {0, 0x0102, 0x0304, 3725, 0, QString(40, 'a')})
         << Frames{frame(0xC0, {9, 0x11}), frame(0xC3, {4, 3, 2, 1, 2, 5}), text(10, QByteArray(33, 'a'))};
-    QTest::addRow("media 22") << source(22, {0, 1, 2, 0, 0, "t"})
-        << Frames{frame(0xC0, {11, 0x11}), frame(0xC3, {2, 0, 1, 0, 0, 0}), text(11, "t")};
     QTest::addRow("phone 3") << source(24, {3, QString::fromUtf8("\xc3\xa9"), "1"})
                              << Frames{frame(0xC0, {5, 0x40}), frame(0xC6, {4, 1, 0xC3, 0xA9})};
     QTest::addRow("phone 7") << source(24, {7, "", ""}) << Frames{frame(0xC0, {5, 0x40}), frame(0xC6, {5, 1})};
@@ -372,7 +331,6 @@ void TestDriver56::outbound_data()
         };
     };
     QTest::addRow("language en") << language("en", 1) << Frames{hex("2ec703010100 33")};
-    QTest::addRow("language ch_ft") << language("ch_ft", 0) << Frames{frame(0xC7, {1, 0, 0})};
     QTest::addRow("language ja") << language("ja", 0) << Frames{};
     QTest::addRow("variant 0") << Action([](DriverHarness& h) { driver(h)->exitSelectSlot(); }) << Frames{};
     QTest::addRow("variant 7") << Action([](DriverHarness& h) {
