@@ -124,7 +124,7 @@ const DriverEntry kDrivers[] = {
     {60, FrameFamily::Start2E, 0, &make<Canbus60Obj>},
     {61, FrameFamily::Start2E, 60, &make<Canbus61Obj>},   // extends 60
     {62, FrameFamily::Start2E, 60, &make<Canbus62Obj>},   // extends 60
-    {63, FrameFamily::Start2E, 0, &make<Canbus63Obj>},
+    {63, FrameFamily::Start2E, 64, &make<Canbus63Obj>},   // extends 64 so the make's frames decode; own row, walk A, simple connect, common disconnect
     {64, FrameFamily::Start2E, 0, &make<Canbus64Obj>},
     {65, FrameFamily::Start2E, 0, &make<Canbus65Obj>},
     {68, FrameFamily::Start2E, 0, &make<Canbus68Obj>},
