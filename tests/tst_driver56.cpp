@@ -263,7 +263,7 @@ void TestDriver56::records_data()
     // Shorter frames: kilometres; the consumption needs the unit's place.
     row({frame(0x7D, {3, 0x10, 0x27, 0x20, 0x4E}), frame(0x7D, {7, 0x0F, 0, 0x1E})}, units, "200KM/H");
     row({frame(0x7D, {16, 0x85, 0xE4, 50, 0xFF, 0})}, [](const DriverHarness& h) {
-        const MileageInformation56 m = info(h).mileage;
+        const canbus::TripComputerRecord m = info(h).mileage;
         return ints({m.levelA, m.levelB, m.levelC, m.levelD, m.levelE});
     }, "5 100 50 100 0");
     row({frame(0x23, {1, 2, 3, 9, 0})}, [](const DriverHarness& h) {
@@ -272,8 +272,8 @@ void TestDriver56::records_data()
     }, "7 1 2 3 9");
     // Byte 13 carries no flag; byte 14's high nibble the last four.
     row({frame(0x7E, {0, 0, 0, 0, 0, 0, 0, 0, 0, 0x10, 0xFF, 0x90})}, [](const DriverHarness& h) {
-        const FunctionRecognition56 f = info(h).functions;
-        return ints({f.function32, f.function33, f.function34, f.function36});
+        const canbus::FunctionFlags37 f = info(h).functions;
+        return ints({f.function[32], f.function[33], f.function[34], f.function[36]});
     }, "1 1 0 1");
 }
 

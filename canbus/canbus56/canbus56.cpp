@@ -281,13 +281,12 @@ void Canbus56Obj::onVariant(const FrameReader& f)
 
 void Canbus56Obj::onStatus(const FrameReader& f)
 {
-    canbus::decodeStatusFrame(*this, f, canbus::kStatusVariant56, canbus::kStatusLayout56, info()->mileage,
-                              info()->voice, powerOn);
+    canbus::decodeTripStatus(*this, f, info()->mileage, info()->voice, powerOn);
 }
 
 void Canbus56Obj::onFunctions(const FrameReader& f)
 {
-    canbus::decodeFunctionFrame(f, canbus::kFunctionFlags56, info()->functions);
+    canbus::decodeFunctionFlags(f, info()->functions);
 }
 
 void Canbus56Obj::exitSelectSlot()

@@ -7,7 +7,7 @@
 #include <QString>
 
 #include "dataidinfo.h"
-#include "statusrecords56.h"
+#include "common/tripstatus.h"
 
 struct BodyInformation56
 {
@@ -42,8 +42,8 @@ public:
     void clear();
 
     BodyInformation56 body;
-    MileageInformation56 mileage;
-    FunctionRecognition56 functions;
-    VoiceControlFeedback56 voice;
+    canbus::TripComputerRecord mileage;
+    canbus::FunctionFlags37 functions;
+    canbus::VoiceFeedback8 voice;
 };
 Q_DECLARE_METATYPE(Data56Info)

@@ -7,7 +7,7 @@
 #include <QString>
 
 #include "dataidinfo.h"
-#include "tripstatus.h"
+#include "common/tripstatus.h"
 
 using MileageInformation64 = canbus::TripComputerRecord;
 using FunctionRecognition64 = canbus::FunctionFlags37;

@@ -1,6 +1,6 @@
 #pragma once
 // The trip-computer, function and voice pages in the form the Benz box (driver 56)
-// introduced and the Chana box repeats: the multiplexed frame 0x7D with its speed and
+// introduced and the Chana box (64) repeats: the multiplexed frame 0x7D with its speed and
 // consumption unit bytes and the percentage page (sub-frame 16), the 37 flags of
 // frame 0x7E, and change signals that keep quiet while the unit is off. Nothing here
 // belongs to one vehicle, so that every driver with this box form shares it.
