@@ -168,7 +168,6 @@ void TestDriver49::keys_data()
     row(false, {frame(0x20, {15, 2}), frame(0x20, {15, 0})}, {{kLong15, 1}, {kLong15, 0}}, {});
     // In reverse a short press picks a camera view; nothing else goes anywhere.
     row(true, {frame(0x20, {1, 1})}, {}, {hex("2e82010478")});
-    row(true, {frame(0x20, {14, 1})}, {}, {frame(0x82, {1})});
     row(true, {frame(0x20, {1, 0})}, {}, {});
     row(true, {frame(0x20, {3, 2})}, {}, {});
     row(true, {frame(0x20, {5, 1})}, {}, {});
@@ -360,7 +359,6 @@ void TestDriver49::outbound_data()
     };
     QTest::addRow("AirOnOff") << state("AirOnOff", "", -1) << Frames{hex("2e8a06800000000000ef"), release};
     QTest::addRow("AirDUAL") << state("AirDUAL", "", -1) << Frames{frame(0x8A, {0, 8, 0, 0, 0, 0}), release};
-    QTest::addRow("AirWindUpFront") << state("AirWindUpFront", "", -1) << Frames{frame(0x8A, {0, 0, 0xA0, 0, 0, 0}), release};
     QTest::addRow("AirECO") << state("AirECO", "", -1) << Frames{frame(0x8A, {0, 0, 0, 0, 0, 0x40}), release};
     QTest::addRow("AirTempFrontRight add") << state("AirTempFrontRight", "add", -1)
                                            << Frames{frame(0x8A, {0, 0, 0, 0, 2, 0}), release};
