@@ -118,7 +118,7 @@ const DriverEntry kDrivers[] = {
     {54, FrameFamily::Start2E, 32, &make<Canbus54Obj>},   // extends 32
     {55, FrameFamily::Start2E, 0, &make<Canbus55Obj>},
     {56, FrameFamily::Start2E, 0, &make<Canbus56Obj>},
-    {57, FrameFamily::Start2E, 33, &make<Canbus57Obj>},   // extends 33
+    {57, FrameFamily::Start2E, 33, &make<Canbus57Obj>},   // extends 33: own camera buttons
     {58, FrameFamily::Start2E, 0, &make<Canbus58Obj>},
     {59, FrameFamily::Start2E, 0, &make<Canbus59Obj>},
     {60, FrameFamily::Start2E, 0, &make<Canbus60Obj>},
