@@ -98,8 +98,8 @@ const DriverEntry kDrivers[] = {
     {35, FrameFamily::Start2E, 0, &make<Canbus35Obj>},    // walks as C: its own loop keeps a tail, where the family list says B
     {36, FrameFamily::Start2E, 31, &make<Canbus36Obj>},   // extends 31: no frames of its own; walk B, simple connect
     {37, FrameFamily::Start2E, 0, &make<Canbus37Obj>},
-    {38, FrameFamily::Start2E, 0, &make<Canbus38Obj>},
-    {39, FrameFamily::Start2E, 0, &make<Canbus39Obj>},
+    {38, FrameFamily::Start2E, 37, &make<Canbus38Obj>},   // extends 37: no frames of its own; walk B, simple connect
+    {39, FrameFamily::Start2E, 37, &make<Canbus39Obj>},   // extends 37: no frames of its own; walk B, simple connect
     {40, FrameFamily::Start2E, 41, &make<Canbus40Obj>},   // extends 41: no frames of its own
     {41, FrameFamily::Start2E, 0, &make<Canbus41Obj>},
     {42, FrameFamily::Start2E, 0, &make<Canbus42Obj>},

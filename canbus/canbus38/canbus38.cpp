@@ -1,10 +1,16 @@
 #include "canbus38.h"
 
 namespace {
+// Walk B: the version frame alone marks the box as connected.
 constexpr auto kProfile = canbus::DriverProfile{canbus::FrameFamily::Start2E, canbus::WalkVariant::B};
 }
 
 Canbus38Obj::Canbus38Obj(QObject* parent)
-    : RecordDriver(38, kProfile, parent)
+    : Canbus37Obj(38, kProfile, parent)
 {
+}
+
+bool Canbus38Obj::needSendConnect(int& intervalMs, QByteArray& frame)
+{
+    return CommonDriver::needSendConnect(intervalMs, frame);
 }

@@ -1,10 +1,16 @@
 #include "canbus39.h"
 
 namespace {
+// Walk B: the version frame alone marks the box as connected.
 constexpr auto kProfile = canbus::DriverProfile{canbus::FrameFamily::Start2E, canbus::WalkVariant::B};
 }
 
 Canbus39Obj::Canbus39Obj(QObject* parent)
-    : RecordDriver(39, kProfile, parent)
+    : Canbus37Obj(39, kProfile, parent)
 {
+}
+
+bool Canbus39Obj::needSendConnect(int& intervalMs, QByteArray& frame)
+{
+    return CommonDriver::needSendConnect(intervalMs, frame);
 }

@@ -1,17 +1,15 @@
 #pragma once
-// Buick "GL8(Business Edition)", box by RuiZiCheng.
-#include "recorddriver.h"
+// Buick "GL8(Business Edition)", box by RuiZiCheng: the GM box's frames, pages, commands and
+// reports on a row of its own, with its own link forms: the connect frame every second
+// until the box answers, without the GM row's requests.
+#include "../canbus37/canbus37.h"
 
-class Data39Info : public DataIdInfo
-{
-public:
-    void clear() {}
-};
-Q_DECLARE_METATYPE(Data39Info)
-
-class Canbus39Obj : public RecordDriver<Data39Info>
+class Canbus39Obj : public Canbus37Obj
 {
     Q_OBJECT
 public:
     explicit Canbus39Obj(QObject* parent = nullptr);
+    bool inheritedById(int id) const override { return id == 37 || Canbus37Obj::inheritedById(id); }
+
+    bool needSendConnect(int& intervalMs, QByteArray& frame) override;
 };

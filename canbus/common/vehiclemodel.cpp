@@ -11,4 +11,11 @@ int storedCarModel(int highest)
     return qBound(0, stored, highest);
 }
 
+int storedWheelButtonType(int highest)
+{
+    const int stored = DataSaveControl::readSettingData(QStringLiteral("SteeringWheelButtonType"), 0,
+                                                        QString()).toInt();
+    return qBound(0, stored, highest);
+}
+
 } // namespace canbus

@@ -11,6 +11,10 @@ namespace canbus {
 // nearest end.
 int storedCarModel(int highest);
 
+// The steering wheel's button set the user picked for the box (setting
+// "SteeringWheelButtonType"), 0 when none, held within 0..`highest` as above.
+int storedWheelButtonType(int highest);
+
 // A timer, child of `owner`, that calls `slot` every `intervalMs` for the owner's
 // life. Being a child, it dies with the driver.
 template <typename Owner, typename Slot>
