@@ -1,8 +1,10 @@
 #include "canbus38.h"
 
 namespace {
-// Walk B: the version frame alone marks the box as connected.
-constexpr auto kProfile = canbus::DriverProfile{canbus::FrameFamily::Start2E, canbus::WalkVariant::B};
+// Walk B: the version frame alone marks the box as connected. Not one of the boxes that
+// take the disconnect frame: the connection is forgotten and nothing is sent.
+constexpr auto kProfile = canbus::DriverProfile{canbus::FrameFamily::Start2E, canbus::WalkVariant::B}
+        .disconnecting(canbus::DisconnectForm::Base);
 }
 
 Canbus38Obj::Canbus38Obj(QObject* parent)
