@@ -1,13 +1,21 @@
 #pragma once
-// jeep "Free Light/14~17 Grand Cherokee/Coolway", box by RuiZiCheng.
+// jeep "Free Light/14~17 Grand Cherokee/Coolway", box by RuiZiCheng: climate with seat
+// heating and cooling, rear climate, doors, radar, steering, the settings page, the
+// factory CD player, the amplifier, the performance page and hybrid information. It
+// tells the box about radio, media and calls in text frames of one fixed size, the
+// clock, the language and, every 3 s, the chosen vehicle variant.
+//
+// The variants 89 to 92 read a few frames otherwise: the climate frame's vents and set
+// points, the outdoor frame and the steering frame. They reuse the climate decoding
+// below with their own cache and scales.
+
+#include "data88info.h"
+#include "common/payloadcache.h"
+#include "common/temperature.h"
 #include "recorddriver.h"
 
-class Data88Info : public DataIdInfo
-{
-public:
-    void clear() {}
-};
-Q_DECLARE_METATYPE(Data88Info)
+class FrameReader;
+class QTimer;
 
 class Canbus88Obj : public RecordDriver<Data88Info>
 {
@@ -15,7 +23,65 @@ class Canbus88Obj : public RecordDriver<Data88Info>
 public:
     explicit Canbus88Obj(QObject* parent = nullptr);
 
+    void initData() override;
+    void setInReverse(bool value) override;
+    bool hadExInfo() const override;
+    bool hadReverseLine() const override;
+    bool needSendConnect(int& intervalMs, QByteArray& frame) override;
+    void setSrcState(srctype type, const QList<QVariant>& args) override;
+    void setCanbusState(const QString& type, const QString& value) override;
+    void setCurrentTime(int hour, int minute, int second) override;
+    int checkProtocolData(const QByteArray& frame) override;
+
+public slots:
+    void exitSelectSlot() override;
+    void CallSelectSlot() override;
+    void languageChanged(const QString& language);
+
 protected:
     // For the drivers that extend this one.
     Canbus88Obj(int driverId, const canbus::DriverProfile& profile, QObject* parent);
+
+    // How one set-point byte (not the low and high ends) reads on a vehicle: whether it
+    // names a temperature, its text and whether that is in Fahrenheit.
+    using SetPointText = bool (*)(int value, QString& text, bool& fahrenheit);
+    // Byte 5 of the climate frame: which bits drive which vents.
+    enum class VentLayout { Shared, SplitRight };
+    struct ClimateForm
+    {
+        VentLayout vents;
+        SetPointText left;    // the panel's left side, after the right-hand-drive swap
+        SetPointText right;
+    };
+    // Frame 0x05 decoded with `cache` as the last frame of its kind.
+    void decodeClimate(const FrameReader& f, canbus::PayloadCache& cache, const ClimateForm& form);
+    // The outdoor text, its signal and the record's copy.
+    void showOutdoorTemperature(double value, int unit);
+
+private:
+    void onKey(const FrameReader& f, int (*codeOf)(int value));
+    void onRearClimate(const FrameReader& f);
+    void onSettings(const FrameReader& f);
+    void onDoors(const FrameReader& f);
+    void onCdStatus(const FrameReader& f);
+    void onCdText(const FrameReader& f);
+    void onOutdoorByte(quint8 raw);
+    void onAmplifier(const FrameReader& f);
+    void onPerformance(const FrameReader& f);
+    void onHybrid(const FrameReader& f);
+    void applySetPoint(AirData& a, const canbus::TempZone& zone, quint8 AirData::*fahrenheit, int value,
+                       SetPointText text);
+
+    int carModel() const;
+    QByteArray textFrame(quint8 code, const QString& text) const;
+    void sendMediaReport(int source, const QList<QVariant>& args);
+    void sendPhoneReport(const QList<QVariant>& args);
+
+    canbus::PayloadCache airFrameCache;   // data bytes of the last frame 0x05
+    QTimer* exitSelectTimer = nullptr;
+    QTimer* callTimer = nullptr;          // made, but nothing of this box starts it
+    QString lastMediaTitle;
+    int callSeconds = 0;
+    quint8 tempLeftValue = 0;             // set-point bytes of the last frame 0x05,
+    quint8 tempRightValue = 0;            // in the panel's order
 };

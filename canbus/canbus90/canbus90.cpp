@@ -1,5 +1,8 @@
 #include "canbus90.h"
 
+#include "../canbus88/jeepsetpoints.h"
+#include "framereader.h"
+
 namespace {
 constexpr auto kProfile = canbus::DriverProfile{canbus::FrameFamily::Start2E, canbus::WalkVariant::A}
         .linkFrames(0x88);
@@ -8,4 +11,18 @@ constexpr auto kProfile = canbus::DriverProfile{canbus::FrameFamily::Start2E, ca
 Canbus90Obj::Canbus90Obj(QObject* parent)
     : Canbus88Obj(90, kProfile, parent)
 {
+}
+
+int Canbus90Obj::checkProtocolData(const QByteArray& frame)
+{
+    const FrameReader f(frame);
+    switch (f.at(1)) {
+    case 0x05:
+        if (f.size() >= 12)
+            decodeClimate(f, variantAirCache, {VentLayout::SplitRight, &jeep::halfDegreesFromOne,
+                                                 &jeep::halfDegreesFromOne});
+        return 1;
+    default:
+        return Canbus88Obj::checkProtocolData(frame);
+    }
 }
