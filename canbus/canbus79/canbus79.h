@@ -31,9 +31,9 @@ public:
 
 public slots:
     void exitSelectSlot() override;
-    // The common driver list counts this box among those that report a call's time;
-    // its own protocol has no such frame and no source report, so the call timer
-    // never runs and this stays empty (setSrcState is left to the base as well).
+    // Other boxes of this vendor are told a running call's time from here. This box's
+    // protocol has no call-time frame and no source report, so nothing runs a call
+    // timer and this stays empty on purpose (setSrcState is left to the base as well).
     void CallSelectSlot() override;
     // action 0: the touch went down; 2: it was released.
     void setTcanBussend(int x, int y, int width, int height, int action) override;
