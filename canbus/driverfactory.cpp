@@ -136,10 +136,12 @@ const DriverEntry kDrivers[] = {
     {74, FrameFamily::Start2E, 73, &make<Canbus74Obj>},   // extends 73: no frames of its own
     {75, FrameFamily::Start2E, 73, &make<Canbus75Obj>},   // extends 73: no frames of its own
     {76, FrameFamily::Start2E, 73, &make<Canbus76Obj>},   // extends 73: no frames of its own
-    {77, FrameFamily::Start2E, 0, &make<Canbus77Obj>},
-    {78, FrameFamily::Start2E, 0, &make<Canbus78Obj>},
+    // 77, 78 and 80 extend 79, so that the make's frames decode; each keeps its own row and
+    // connect/disconnect forms. 77 walks as 79 does: no other walk is known for it.
+    {77, FrameFamily::Start2E, 79, &make<Canbus77Obj>},   // extends 79: no frames of its own
+    {78, FrameFamily::Start2E, 79, &make<Canbus78Obj>},   // extends 79: request first, disconnect while connected
     {79, FrameFamily::Start2E, 0, &make<Canbus79Obj>},
-    {80, FrameFamily::Start2E, 0, &make<Canbus80Obj>},
+    {80, FrameFamily::Start2E, 79, &make<Canbus80Obj>},   // extends 79: plain connect, disconnect while connected
     {81, FrameFamily::Start2E, 0, &make<Canbus81Obj>},
     {82, FrameFamily::Start2E, 81, &make<Canbus82Obj>},   // extends 81: no frames of its own
     {84, FrameFamily::Start2E, 0, &make<Canbus84Obj>},

@@ -1,17 +1,11 @@
 #pragma once
-// Dongfeng "Jiangxi Isuzu", box by RuiZiCheng.
-#include "recorddriver.h"
+// Dongfeng "Jiangxi Isuzu", box by RuiZiCheng: the Fengshen's frames on a row of its own.
+#include "../canbus79/canbus79.h"
 
-class Data77Info : public DataIdInfo
-{
-public:
-    void clear() {}
-};
-Q_DECLARE_METATYPE(Data77Info)
-
-class Canbus77Obj : public RecordDriver<Data77Info>
+class Canbus77Obj : public Canbus79Obj
 {
     Q_OBJECT
 public:
     explicit Canbus77Obj(QObject* parent = nullptr);
+    bool inheritedById(int id) const override { return id == 79 || Canbus79Obj::inheritedById(id); }
 };

@@ -1,17 +1,11 @@
 #pragma once
-// Dongfeng "Jing Yi", box by RuiZiCheng.
-#include "recorddriver.h"
+// Dongfeng "Jing Yi", box by RuiZiCheng: the Fengshen's frames on a row of its own.
+#include "../canbus79/canbus79.h"
 
-class Data78Info : public DataIdInfo
-{
-public:
-    void clear() {}
-};
-Q_DECLARE_METATYPE(Data78Info)
-
-class Canbus78Obj : public RecordDriver<Data78Info>
+class Canbus78Obj : public Canbus79Obj
 {
     Q_OBJECT
 public:
     explicit Canbus78Obj(QObject* parent = nullptr);
+    bool inheritedById(int id) const override { return id == 79 || Canbus79Obj::inheritedById(id); }
 };

@@ -1,10 +1,11 @@
 #include "canbus80.h"
 
 namespace {
+// The plain connect frame; the disconnect frame only while connected.
 constexpr auto kProfile = canbus::DriverProfile{canbus::FrameFamily::Start2E, canbus::WalkVariant::A};
 }
 
 Canbus80Obj::Canbus80Obj(QObject* parent)
-    : RecordDriver(80, kProfile, parent)
+    : Canbus79Obj(80, kProfile, parent)
 {
 }

@@ -1,17 +1,11 @@
 #pragma once
-// Dongfeng "Kai Chen", box by RuiZiCheng.
-#include "recorddriver.h"
+// Dongfeng "Kai Chen", box by RuiZiCheng: the Fengshen's frames on a row of its own.
+#include "../canbus79/canbus79.h"
 
-class Data80Info : public DataIdInfo
-{
-public:
-    void clear() {}
-};
-Q_DECLARE_METATYPE(Data80Info)
-
-class Canbus80Obj : public RecordDriver<Data80Info>
+class Canbus80Obj : public Canbus79Obj
 {
     Q_OBJECT
 public:
     explicit Canbus80Obj(QObject* parent = nullptr);
+    bool inheritedById(int id) const override { return id == 79 || Canbus79Obj::inheritedById(id); }
 };
