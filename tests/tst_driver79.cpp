@@ -58,7 +58,6 @@ void TestDriver79::connection_data()
     QTest::addRow("79 asks for 0x23, always disconnects") << 79 << Frames{frame(0x90, {0x23})} << true;
     QTest::addRow("78 asks for 0x23, disconnects while connected") << 78 << Frames{frame(0x90, {0x23})} << false;
     QTest::addRow("80 plain") << 80 << Frames{} << false;
-    QTest::addRow("77 plain") << 77 << Frames{} << false;
 }
 
 void TestDriver79::connection()
