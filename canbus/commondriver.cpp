@@ -273,6 +273,22 @@ void CommonDriver::updateOutdoorTemperature(double value, int unit, bool valid)
     updateOutdoorBody(value, unit);
 }
 
+QString CommonDriver::showOutdoorCelsius(bool known, int degrees)
+{
+    if (!airData)
+        return QString();
+    AirData& a = *airData;
+    a.outdoorTempUnit = 0;
+    a.outdoorTempValid = 1;
+    if (!known) {
+        a.outdoorTemp = QStringLiteral("--");
+        return a.outdoorTemp;
+    }
+    a.outdoorTemp = oneDecimalCelsius(degrees);
+    emit outdoorTemperatureChanged(a.outdoorTemp, a.outdoorTempUnit);
+    return a.outdoorTemp;
+}
+
 void CommonDriver::sendKeyCode(int code, int pressed, ZeroKey zero)
 {
     if (code == 0 && zero == ZeroKey::Skip)

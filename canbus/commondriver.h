@@ -93,6 +93,10 @@ protected:
     bool updateOutdoorText(double value, int unit, bool valid);
     bool updateOutdoorBody(double value, int unit);
     void updateOutdoorTemperature(double value, int unit, bool valid = true);
+    // The boxes that show whole degrees Celsius with one decimal ("21.0℃") and "--" for no
+    // reading: the climate record takes the text, valid either way, and a reading is
+    // signalled at every frame (no reading is not). Returns the text.
+    QString showOutdoorCelsius(bool known, int degrees);
 
     // A frame of the driver's own record: decoded by `handle` when it is longer than
     // `above` bytes, then dataChanged; a shorter one changes nothing and still counts as

@@ -209,15 +209,8 @@ void Canbus69Obj::onClimate(const FrameReader& f)
     // the frame only while it stays.
     const bool outdoorMoved = airFrameCache.changed(f, kOutdoorByte);
     if (outdoorMoved) {
-        a.outdoorTempUnit = 0;
-        a.outdoorTempValid = 1;
-        if (f.at(kOutdoorUnknownByte) == 0xFF) {
-            a.outdoorTemp = QStringLiteral("--");
-        } else {
-            a.outdoorTemp = canbus::oneDecimalCelsius(f.at(kOutdoorByte) - 40);
-            emit outdoorTemperatureChanged(a.outdoorTemp, a.outdoorTempUnit);
-        }
-        info()->vehicle.outdoorTempText = a.outdoorTemp;
+        info()->vehicle.outdoorTempText =
+            showOutdoorCelsius(f.at(kOutdoorUnknownByte) != 0xFF, f.at(kOutdoorByte) - 40);
         emit dataChanged();
     }
     if (airFrameCache.store(canbus::PayloadCache::dataBytes(f)) && !outdoorMoved)

@@ -191,19 +191,10 @@ void Canbus72Obj::onDoors(const FrameReader& f)
 
 void Canbus72Obj::onOutdoorTemperature(const FrameReader& f)
 {
-    AirData& a = *airData;
-    a.outdoorTempUnit = 0;
-    a.outdoorTempValid = 1;
+    // Sign and magnitude; 0xFF for no reading.
     const quint8 raw = f.at(3);
-    if (raw == 0xFF) {
-        a.outdoorTemp = QStringLiteral("--");
-    } else {
-        // Sign and magnitude; one decimal and the sign, ".0" included.
-        const int degrees = (raw & 0x80) ? -(raw & 0x7F) : raw;
-        a.outdoorTemp = canbus::oneDecimalCelsius(degrees);
-        emit outdoorTemperatureChanged(a.outdoorTemp, a.outdoorTempUnit);
-    }
-    info()->body.outdoorTempText = a.outdoorTemp;
+    const int degrees = (raw & 0x80) ? -(raw & 0x7F) : raw;
+    info()->body.outdoorTempText = showOutdoorCelsius(raw != 0xFF, degrees);
     emit dataChanged();
 }
 

@@ -236,15 +236,6 @@ void Canbus81Obj::onDoors(const FrameReader& f)
     }
 
     // The unknown mark is looked for in byte 3, where the doors are: so it reads.
-    AirData& a = *airData;
-    a.outdoorTempUnit = 0;
-    a.outdoorTempValid = 1;
-    if (f.at(3) == 0xFF) {
-        a.outdoorTemp = QStringLiteral("--");
-    } else {
-        a.outdoorTemp = canbus::oneDecimalCelsius(f.at(4) - 40);
-        emit outdoorTemperatureChanged(a.outdoorTemp, a.outdoorTempUnit);
-    }
-    info()->vehicle.outdoorTempText = a.outdoorTemp;
+    info()->vehicle.outdoorTempText = showOutdoorCelsius(f.at(3) != 0xFF, f.at(4) - 40);
     emit dataChanged();
 }
