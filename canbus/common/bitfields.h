@@ -66,4 +66,34 @@ void applyBitFields(const BitField<Record> (&rows)[N], const FrameReader& frame,
         record.*row.field = readBitField(row, frame);
 }
 
+// The same runs without a named field: each value goes to the next entry of an array,
+// for records that keep a page of mechanical values in frame order.
+struct BitRun
+{
+    quint8 byte;
+    quint8 low;
+    quint8 count;
+    quint8 max;
+};
+
+// Bits `high` down to `low` of frame byte `byte`, clamped to `max`.
+constexpr BitRun runOf(int byte, int high, int low, int max = kNoClamp)
+{
+    return {quint8(byte), quint8(low), quint8(high - low + 1), quint8(max)};
+}
+
+inline quint8 readBitRun(const BitRun& run, const FrameReader& frame)
+{
+    const quint8 value = run.count >= 8 ? frame.at(run.byte) : frame.bits(run.byte, run.low, run.count);
+    return qMin(value, run.max);
+}
+
+// Writes one value a run into out[0], out[1], ...; `out` holds N entries.
+template <std::size_t N>
+void applyBitRuns(const BitRun (&runs)[N], const FrameReader& frame, quint8 (&out)[N])
+{
+    for (std::size_t i = 0; i < N; ++i)
+        out[i] = readBitRun(runs[i], frame);
+}
+
 } // namespace canbus
