@@ -162,7 +162,9 @@ int Canbus60Obj::checkProtocolData(const QByteArray& frame)
     case 0x38: return recordFrame(f, 12, &Canbus60Obj::onDiscStatus);
     case 0x39: return recordFrame(f, 7, &Canbus60Obj::onDiscText);
     case 0x3F: return recordFrame(f, 4, &Canbus60Obj::onFlags);
-    case 0x40: case 0x41: case 0x42: return recordFrame(f, f.at(1) == 0x42 ? 6 : 4, &Canbus60Obj::onPanorama);
+    case 0x40:
+    case 0x41: return recordFrame(f, 4, &Canbus60Obj::onPanorama);
+    case 0x42: return recordFrame(f, 6, &Canbus60Obj::onPanorama);
     case 0x43: return recordFrame(f, 4, &Canbus60Obj::onPrompt);
     case 0x7F: canbus::takeVersionFrame(*this, f); return 1;
     default: return 0;
