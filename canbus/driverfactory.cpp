@@ -119,11 +119,12 @@ const DriverEntry kDrivers[] = {
     {55, FrameFamily::Start2E, 0, &make<Canbus55Obj>},
     {56, FrameFamily::Start2E, 0, &make<Canbus56Obj>},
     {57, FrameFamily::Start2E, 33, &make<Canbus57Obj>},   // extends 33: own camera buttons
-    {58, FrameFamily::Start2E, 0, &make<Canbus58Obj>},
-    {59, FrameFamily::Start2E, 0, &make<Canbus59Obj>},
+    // 58 and 59 take 60's frames but keep their rows, walk A and the plain connect form.
+    {58, FrameFamily::Start2E, 60, &make<Canbus58Obj>},   // extends 60: walk A, simple connect
+    {59, FrameFamily::Start2E, 60, &make<Canbus59Obj>},   // extends 60: walk A, simple connect
     {60, FrameFamily::Start2E, 0, &make<Canbus60Obj>},
-    {61, FrameFamily::Start2E, 60, &make<Canbus61Obj>},   // extends 60
-    {62, FrameFamily::Start2E, 60, &make<Canbus62Obj>},   // extends 60
+    {61, FrameFamily::Start2E, 60, &make<Canbus61Obj>},   // extends 60: own commands
+    {62, FrameFamily::Start2E, 60, &make<Canbus62Obj>},   // extends 60: own panorama touches
     {63, FrameFamily::Start2E, 64, &make<Canbus63Obj>},   // extends 64 so the make's frames decode; own row, walk A, simple connect, common disconnect
     {64, FrameFamily::Start2E, 0, &make<Canbus64Obj>},
     {65, FrameFamily::Start2E, 0, &make<Canbus65Obj>},

@@ -5,6 +5,6 @@ constexpr auto kProfile = canbus::DriverProfile{canbus::FrameFamily::Start2E, ca
 }
 
 Canbus58Obj::Canbus58Obj(QObject* parent)
-    : RecordDriver(58, kProfile, parent)
+    : Canbus60Obj(58, kProfile, parent)
 {
 }

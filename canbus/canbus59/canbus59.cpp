@@ -5,6 +5,6 @@ constexpr auto kProfile = canbus::DriverProfile{canbus::FrameFamily::Start2E, ca
 }
 
 Canbus59Obj::Canbus59Obj(QObject* parent)
-    : RecordDriver(59, kProfile, parent)
+    : Canbus60Obj(59, kProfile, parent)
 {
 }

@@ -1,17 +1,17 @@
 #pragma once
-// Great Wall "14~17 Fengjun 6", box by RuiZiCheng.
-#include "recorddriver.h"
+// Great Wall "14~17 Fengjun 6", box by RuiZiCheng: the HAVAL's frames on a row of its
+// own, with its own walk and link forms.
+#include "../canbus60/canbus60.h"
 
-class Data59Info : public DataIdInfo
-{
-public:
-    void clear() {}
-};
-Q_DECLARE_METATYPE(Data59Info)
-
-class Canbus59Obj : public RecordDriver<Data59Info>
+class Canbus59Obj : public Canbus60Obj
 {
     Q_OBJECT
 public:
     explicit Canbus59Obj(QObject* parent = nullptr);
+    bool inheritedById(int id) const override { return id == 60 || Canbus60Obj::inheritedById(id); }
+    // The plain connect form: no data requests ahead of it.
+    bool needSendConnect(int& intervalMs, QByteArray& frame) override
+    {
+        return CommonDriver::needSendConnect(intervalMs, frame);
+    }
 };
