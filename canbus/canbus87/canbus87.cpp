@@ -134,12 +134,7 @@ void Canbus87Obj::onKey(const FrameReader& f)
 
 void Canbus87Obj::onRadar(const FrameReader& f)
 {
-    // The box counts 1 (near) to 5 (far) and 0 for nothing seen; the display has ten
-    // bars, full when near. A count past 5 is as far as 5.
-    const auto bars = [&f](int i) -> quint8 {
-        const int b = qMin<int>(f.at(i), 5);
-        return b == 0 ? 0 : quint8((5 - b) * 2);
-    };
+    const auto bars = [&f](int i) { return trip87::radarBars(f.at(i)); };
     RadarData& r = *radarData;
     r.radarLevels = 10;
     r.radarRearLeft = bars(4);

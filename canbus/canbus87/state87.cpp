@@ -108,12 +108,7 @@ void Canbus87Obj::onStoredTrip(const FrameReader& f)
 
 void Canbus87Obj::onOutdoor(const FrameReader& f)
 {
-    const QString text = trip87::outdoorText(trip87::outdoorDegrees(f));
-    airData->outdoorTempUnit = 0;
-    airData->outdoorTempValid = 1;
-    airData->outdoorTemp = text;
-    emit outdoorTemperatureChanged(text, 0);
-    info()->trip.outdoorText = text;
+    info()->trip.outdoorText = trip87::showOutdoor(*this, f);
     emit dataChanged();
 }
 

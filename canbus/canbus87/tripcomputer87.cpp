@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 
+#include "canbusinterface.h"
 #include "common/statusframe.h"
 #include "common/temperature.h"
 #include "framereader.h"
@@ -58,6 +59,24 @@ int outdoorDegrees(const FrameReader& f)
 QString outdoorText(int degrees)
 {
     return canbus::oneDecimalCelsius(degrees);
+}
+
+QString showOutdoor(CanbusInterface& driver, const FrameReader& f)
+{
+    const QString text = outdoorText(outdoorDegrees(f));
+    if (AirData* air = driver.getAirData()) {
+        air->outdoorTempUnit = 0;
+        air->outdoorTempValid = 1;
+        air->outdoorTemp = text;
+    }
+    emit driver.outdoorTemperatureChanged(text, 0);
+    return text;
+}
+
+quint8 radarBars(quint8 count)
+{
+    const int b = qMin<int>(count, 5);
+    return b == 0 ? 0 : quint8((5 - b) * 2);
 }
 
 } // namespace trip87

@@ -1,10 +1,12 @@
 #pragma once
-// The trip computer and outdoor texts of the RuiZiCheng Peugeot boxes. The box that
+// The trip computer, outdoor and radar values of the RuiZiCheng Peugeot boxes. The box that
 // keeps the vehicle's own display (86) sends the same frames as the full one (87), so
 // both decode them here.
 
 #include <QString>
+#include <QtGlobal>
 
+class CanbusInterface;
 class FrameReader;
 
 // Texts read "--" until their frame came, and again for a value past its limit.
@@ -36,5 +38,12 @@ void decodeStoredTrip(const FrameReader& f, StoredTrip which, TripTexts87& texts
 // the ".0" of a whole number, and so does this text ("21.0℃").
 int outdoorDegrees(const FrameReader& f);
 QString outdoorText(int degrees);
+// The climate record takes the text (always valid, in Celsius) and the panel hears of
+// it with every frame; the text is returned for the driver's own record.
+QString showOutdoor(CanbusInterface& driver, const FrameReader& f);
+
+// The box's radar count, 1 near to 5 far and 0 for nothing seen, as bars of a ten-bar
+// display, full when near. A count past 5 is as far as 5.
+quint8 radarBars(quint8 count);
 
 } // namespace trip87
