@@ -34,10 +34,8 @@ void TestDriver83::climate83_data()
     QTest::addColumn<QByteArray>("data");   // bytes 3 to 8
     QTest::addColumn<bool>("rightDriver");
     QTest::addColumn<QStringList>("fields");
-    QTest::addRow("80: outside air") << bytes({22, 0x80, 0, 0, 0, 22}) << false
-            << QStringList{"airOuterLoop=1", "airInnerLoop=0", "airAC=0", "airPower=0"};
     QTest::addRow("7f: every switch but the loop") << bytes({22, 0x7F, 0, 0, 0, 22}) << false
-            << QStringList{"airInnerLoop=1", "airDefrostFront=1", "airDefrostRear=1", "airWindDownRight=1",
+            << QStringList{"airInnerLoop=1", "airOuterLoop=0", "airPower=0", "airDefrostFront=1", "airDefrostRear=1", "airWindDownRight=1",
                            "airWindFrontLeft=1", "airAuto=1", "airEco=1", "airAC=1"};
     QTest::addRow("2f: dual, fan held at 7, power") << bytes({22, 0, 0x2F, 0, 0, 22}) << false
             << QStringList{"airDual=1", "airWindSpeedLeft=7", "airWindSpeedRight=7", "airPower=1", "airOnOff=1"};

@@ -124,25 +124,20 @@ void TestDriver87::recordFrames_data()
     QTest::addColumn<QByteArray>("frame");
     QTest::addColumn<Probe>("probe");
     QTest::addColumn<QString>("expected");
-    const Probe body{[](const Data87Info& i) {
-        return QStringLiteral("%1 %2 %3 %4").arg(i.body.bodyByte0).arg(i.body.bodyLevel).arg(i.body.bodyFlag7)
-                .arg(i.body.bodyLevel7);
-    }};
-    QTest::addRow("01: byte 5") << fd(0x01, {1, 2, 51, 4}) << body << "51 0 0 0";
-    QTest::addRow("27: level held at 31") << fd(0x27, {40, 0}) << body << "0 31 0 0";
-    QTest::addRow("40: flag and level held at 7") << fd(0x40, {0x8F, 0}) << body << "0 0 1 7";
-    const Probe preset{[](const Data87Info& i) {
-        return list(i.preset.flags) + QStringLiteral(" %1:%2").arg(i.preset.presetHour).arg(i.preset.presetMinute);
-    }};
+    const Probe body{[](const Data87Info& i) { return list(std::array<quint8, 4>{i.body.bodyByte0, i.body.bodyLevel,
+                                                                                i.body.bodyFlag7, i.body.bodyLevel7}); }};
+    QTest::addRow("01: byte 5") << fd(0x01, {1, 2, 51, 4}) << body << "51,0,0,0";
+    QTest::addRow("27: level held at 31") << fd(0x27, {40, 0}) << body << "0,31,0,0";
+    QTest::addRow("40: flag and level held at 7") << fd(0x40, {0x8F, 0}) << body << "0,0,1,7";
+    const Probe preset{[](const Data87Info& i) { return list(i.preset.flags) + QStringLiteral(" %1:%2")
+                                                        .arg(i.preset.presetHour).arg(i.preset.presetMinute); }};
     QTest::addRow("22 80 023b: 571 minutes") << fd(0x22, {0x80, 0x02, 0x3B, 0}) << preset << "1,0,0,0,0,0,0,0 9:31";
     QTest::addRow("22 01 05a1: past a day") << fd(0x22, {0x01, 0x05, 0xA1, 0}) << preset << "0,0,0,0,0,0,0,1 0:1";
-    const Probe charge{[](const Data87Info& i) {
-        return QStringLiteral("%1:%2 %3 %4").arg(i.charging.chargeHour).arg(i.charging.chargeMinute)
-                .arg(i.charging.chargeFlag).arg(i.charging.chargeLevel);
-    }};
-    QTest::addRow("52 005b: 91 minutes") << fd(0x52, {0x00, 0x5B}) << charge << "1:31 0 0";
-    QTest::addRow("52 05a0: a whole day is 23") << fd(0x52, {0x05, 0xA0}) << charge << "23:0 0 0";
-    QTest::addRow("53 83: flag, level held at 2") << fd(0x53, {0x83, 0}) << charge << "0:0 1 2";
+    const Probe charge{[](const Data87Info& i) { const auto& c = i.charging;
+        return list(std::array<quint8, 4>{c.chargeHour, c.chargeMinute, c.chargeFlag, c.chargeLevel}); }};
+    QTest::addRow("52 005b: 91 minutes") << fd(0x52, {0x00, 0x5B}) << charge << "1,31,0,0";
+    QTest::addRow("52 05a0: a whole day is 23") << fd(0x52, {0x05, 0xA0}) << charge << "23,0,0,0";
+    QTest::addRow("53 83: flag, level held at 2") << fd(0x53, {0x83, 0}) << charge << "0,0,1,2";
     const Probe speeds{[](const Data87Info& i) { return list(i.memorySpeed.values) + ' ' + list(i.cruising.values); }};
     QTest::addRow("3b 84: six flags then speeds") << fd(0x3B, {0x84, 1, 2, 3, 4, 5, 0}) << speeds
             << "1,0,0,0,0,1,1,2,3,4,5 0,0,0,0,0,0,0,0,0,0,0,0,0,0";
@@ -152,41 +147,29 @@ void TestDriver87::recordFrames_data()
             << "0,0,0,0,0,0,0,0,0,0,0 0,0,0,0,0,0,0,0,0,0,0,0,0,1";
     const Probe items{[](const Data87Info& i) { return list(i.items.flags); }};
     QTest::addRow("41 c1: bit 7 first") << fd(0x41, {0xC1, 0}) << items << "1,1,0,0,0,0,0,1";
-    const Probe flow{[](const Data87Info& i) {
-        return QString::number(i.energyFlow.energyFlowMode) + ' ' + list(i.energyFlow.flags);
-    }};
+    const Probe flow{[](const Data87Info& i) { return QString::number(i.energyFlow.energyFlowMode) + ' '
+                                                      + list(i.energyFlow.flags); }};
     QTest::addRow("50 f5 81: mode held at 9") << fd(0x50, {0xF5, 0x81, 0}) << flow << "9 1,0,0,0,0,0,0,1";
-    QTest::addRow("50 35: high nibble") << fd(0x50, {0x35, 0x00, 0}) << flow << "3 0,0,0,0,0,0,0,0";
-    const Probe stats{[](const Data87Info& i) {
-        return QStringLiteral("%1 %2 %3 %4 ").arg(i.statistics.statKwhMode).arg(i.statistics.statKwh)
-                .arg(i.statistics.statFuelMode).arg(i.statistics.statFuel)
-                + list(i.statistics.kwhBars) + ' ' + list(i.statistics.fuelBars);
-    }};
+    const Probe stats{[](const Data87Info& i) { const auto& s = i.statistics;
+        return QStringList{QString::number(s.statKwhMode), s.statKwh, QString::number(s.statFuelMode), s.statFuel,
+                           list(s.kwhBars), list(s.fuelBars)}.join(' '); }};
     QTest::addRow("51 00: electric page") << fd(0x51, {0, 5, 0x01, 0x2D, 31, 2, 0, 0, 0, 0, 0, 0, 0, 0, 0, 9})
             << stats << "2 30.1kwh 0 -- 30,2,0,0,0,0,0,0,0,0,0,9 0,0,0,0,0,0";
     QTest::addRow("51 01: fuel page") << fd(0x51, {1, 1, 0, 55, 12, 3, 0, 0, 0, 7, 8}) << stats
             << "0 -- 1 5.5L/100KM 0,0,0,0,0,0,0,0,0,0,0,0 10,3,0,0,0,7";
-    const Probe trip{[](const Data87Info& i) {
-        return QStringList{i.trip.tripConsumption, i.trip.tripRange, i.trip.tripDistance, i.trip.tripTime,
-                           i.trip.tripSpeed}.join(' ');
-    }};
+    const Probe trip{[](const Data87Info& i) { const auto& t = i.trip;
+        return QStringList{t.tripConsumption, t.tripRange, t.tripDistance, t.tripTime, t.tripSpeed, t.trip1Consumption,
+                           t.trip1Speed, t.trip1Distance, t.trip2Consumption, t.trip2Speed, t.trip2Distance}.join(' '); }};
     QTest::addRow("33: at the limits") << fd(0x33, {0x0B, 0xB8, 0x07, 0xD0, 0x17, 0x70, 1, 2, 3, 0x30, 0x39})
-            << trip << "300L/100KM 2000KM 6000KM 1:2:3 123.45km/h";
+            << trip << "300L/100KM 2000KM 6000KM 1:2:3 123.45km/h -- -- -- -- -- --";
     QTest::addRow("33: past the limits") << fd(0x33, {0x0B, 0xB9, 0x07, 0xD1, 0x17, 0x71, 255, 2, 3, 0, 0})
-            << trip << "-- -- -- --:--:-- 0km/h";
-    const Probe stored{[](const Data87Info& i) {
-        return QStringList{i.trip.trip1Consumption, i.trip.trip1Speed, i.trip.trip1Distance,
-                           i.trip.trip2Consumption, i.trip.trip2Speed, i.trip.trip2Distance}.join(' ');
-    }};
-    QTest::addRow("34: first trip at the limits") << fd(0x34, {0x00, 0x4B, 0x00, 0xFA, 0x27, 0x0F}) << stored
-            << "7.5L/100KM 250KM/H 9999KM -- -- --";
-    QTest::addRow("35: second trip past them") << fd(0x35, {0x0B, 0xB9, 0x00, 0xFB, 0x27, 0x10}) << stored
-            << "-- -- -- -- -- --";
-    QTest::addRow("35: second trip") << fd(0x35, {0x00, 0x0A, 0x00, 0x32, 0x00, 0x10}) << stored
-            << "-- -- -- 1L/100KM 50KM/H 16KM";
+            << trip << "-- -- -- --:--:-- 0km/h -- -- -- -- -- --";
+    QTest::addRow("34: first trip at the limits") << fd(0x34, {0x00, 0x4B, 0x00, 0xFA, 0x27, 0x0F}) << trip
+            << "-- -- -- --:--:-- -- 7.5L/100KM 250KM/H 9999KM -- -- --";
+    QTest::addRow("35: second trip") << fd(0x35, {0x00, 0x0A, 0x00, 0x32, 0x00, 0x10}) << trip
+            << "-- -- -- --:--:-- -- -- -- -- 1L/100KM 50KM/H 16KM";
     const Probe status{[](const Data87Info& i) { return list(i.status.values); }};
-    QTest::addRow("38: levels and their clamps")
-            << fd(0x38, {0, 0x83, 0x5B, 0xA5, 0xD7, 0x1F, 0x7E}) << status
+    QTest::addRow("38: levels and their clamps") << fd(0x38, {0, 0x83, 0x5B, 0xA5, 0xD7, 0x1F, 0x7E}) << status
             << "1,0,0,0,0,0,2,0,1,0,2,1,1,5,0,0,1,0,1,3,1,0,3,1,0,0,0,1,2,0,1,8,1,0";
 }
 
@@ -237,12 +220,11 @@ void TestDriver87::keys_data()
     QTest::addRow("11 out of a call") << 17 << false << 0x1200027;
     QTest::addRow("11 in a call") << 17 << true << 0x120002B;
     QTest::addRow("23 out of a call") << 35 << false << 0x1300055;
-    QTest::addRow("51 in a call") << 81 << true << 0x120002B;
     QTest::addRow("2d in a call keeps its key") << 45 << true << 0x120002B;
-    QTest::addRow("49: last of the number keys") << 73 << false << 0x1100036;
     QTest::addRow("80: the highest") << 128 << false << 0x1200030;
     QTest::addRow("81: past the highest") << 129 << false << 0;
     QTest::addRow("01: below the lowest") << 1 << false << 0;
+    QTest::addRow("2f: the climate panel instead") << 0x2F << false << 0;
 }
 
 void TestDriver87::keys()
@@ -252,7 +234,11 @@ void TestDriver87::keys()
     QFETCH(int, code);
     DriverHarness h(87);
     h.driver()->setCallState(inCall);
+    QSignalSpy panel(CanbusControl::getInstance(), SIGNAL(otherPropertyChanged(QString,QVariant)));
+    QSignalSpy air(h.driver(), SIGNAL(airConditionerDataChanged()));
     h.feed(fd(0x02, {value, 0}));
+    const int panelShown = value == 0x2F ? 1 : 0;
+    QCOMPARE((QList<int>{panel.count(), air.count()}), (QList<int>{panelShown, panelShown}));
     h.feed(fd(0x02, {0, 0}));   // nothing to release: each report is a whole press
     const int key = h.driver()->toKkmapKey(code);
     QCOMPARE(h.keyEvents(), code ? (QList<int>{key, 1, key, 0}) : QList<int>{});
@@ -267,20 +253,14 @@ void TestDriver87::commands_data()
     QTest::addColumn<QList<QByteArray>>("frames");
     QTest::addRow("AirOnOff: press and release") << "AirOnOff" << "" << "" << false
             << QList<QByteArray>{hex("fd058a0c019c"), hex("fd058a0c009b")};
-    QTest::addRow("AirDefrostRear") << "AirDefrostRear" << "1" << "" << false
-            << QList<QByteArray>{fd(0x8A, {18, 1}), fd(0x8A, {18, 0})};
     QTest::addRow("AirAC while off") << "AirAC" << "" << "" << false << QList<QByteArray>{fd(0x8A, {2, 1})};
     QTest::addRow("AirAC while on") << "AirAC" << "" << "airAC" << false << QList<QByteArray>{fd(0x8A, {2, 0})};
-    QTest::addRow("AirWindUpFront while up") << "AirWindUpFront" << "" << "airWindUpLeft" << false
-            << QList<QByteArray>{fd(0x8A, {7, 0})};
     QTest::addRow("AirDUAL") << "AirDUAL" << "" << "airAuto" << false << QList<QByteArray>{fd(0x8A, {11, 1})};
     QTest::addRow("fan down") << "AirWindSpeedAddSubFront" << "0" << "" << false << QList<QByteArray>{fd(0x8A, {10, 2})};
     QTest::addRow("fan up") << "AirWindSpeedAddSubFront" << "1" << "" << false << QList<QByteArray>{fd(0x8A, {10, 1})};
     QTest::addRow("left warmer") << "AirTempFrontLeft" << "add" << "" << false << QList<QByteArray>{fd(0x8A, {4, 1})};
     QTest::addRow("left cooler, right-hand drive") << "AirTempFrontLeft" << "sub" << "" << true
             << QList<QByteArray>{fd(0x8A, {5, 2})};
-    QTest::addRow("right warmer, right-hand drive") << "AirTempFrontRight" << "add" << "" << true
-            << QList<QByteArray>{fd(0x8A, {4, 1})};
     QTest::addRow("unknown key") << "AirRearLock" << "1" << "" << false << QList<QByteArray>{};
 }
 

@@ -29,6 +29,6 @@ private:
     void onKey(const FrameReader& f);
     void onRadar(const FrameReader& f);
 
-    canbus::PayloadCache lastAirPayload{3};
+    canbus::PayloadCache lastAirPayload{canbus::kDataOffsetFD};
     quint8 lastByte5 = 0;
 };

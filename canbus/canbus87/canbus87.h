@@ -60,7 +60,7 @@ private:
     // Title and call texts for the box's display, sent when they changed.
     void sendDisplayText(const QString& text);
 
-    canbus::PayloadCache lastAirPayload{3};
+    canbus::PayloadCache lastAirPayload{canbus::kDataOffsetFD};
     QString lastMediaText;
     canbus::TouchPress gesture;
     int gestureMode = 0;   // what a tap in the middle asks for, by the display level

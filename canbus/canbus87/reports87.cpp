@@ -69,6 +69,15 @@ constexpr canbus::SwipeCode kSwipes[] = {
 // A swipe moves more than 20 pixels and at least a fifth of the screen, either way.
 constexpr canbus::SwipeRule kSwipeRule{false, true, true, canbus::kTapDistance};
 
+// The box reads a few frames with a length byte one above their size; the checksum
+// still runs over what is there, the length byte included.
+QByteArray withLengthByte(QByteArray frame, quint8 length, canbus::FrameFamily family)
+{
+    frame[1] = char(length);
+    canbus::writeChecksum(family, frame);
+    return frame;
+}
+
 } // namespace
 
 bool Canbus87Obj::needSendConnect(int& intervalMs, QByteArray& frame)
@@ -130,17 +139,6 @@ void Canbus87Obj::CallSelectSlot()
     // The telephone as the source, ahead of the call's text.
     sendFrame(kSourceType, {0x05, 0xFF, 0x00, 0x00, 0x00, 0x00});
 }
-
-namespace {
-// The box reads a few frames with a length byte one above their size; the checksum
-// still runs over what is there, the length byte included.
-QByteArray withLengthByte(QByteArray frame, quint8 length, canbus::FrameFamily family)
-{
-    frame[1] = char(length);
-    canbus::writeChecksum(family, frame);
-    return frame;
-}
-} // namespace
 
 void Canbus87Obj::exitSelectSlot()
 {
