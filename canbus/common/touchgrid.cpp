@@ -41,14 +41,17 @@ Swipe TouchMove::swipe(const SwipeRule& rule) const
 {
     const qint64 fifthWidth = width / 5;
     const qint64 fifthHeight = height / 5;
-    if (dy() > fifthHeight && (!rule.verticalNeedsNarrowMove || dx() < fifthWidth)) {
+    const auto reaches = [&rule](qint64 move, qint64 fifth) {
+        return (rule.fifthIncluded ? move >= fifth : move > fifth) && move >= rule.leastMove;
+    };
+    if (reaches(dy(), fifthHeight) && (!rule.verticalNeedsNarrowMove || dx() < fifthWidth)) {
         if (y > pressY)
             return Swipe::Down;
         if (y < pressY)
             return Swipe::Up;
         return Swipe::None;
     }
-    if (rule.horizontal && dy() < fifthHeight && dx() > fifthWidth) {
+    if (rule.horizontal && dy() < fifthHeight && reaches(dx(), fifthWidth)) {
         if (x > pressX)
             return Swipe::Right;
         if (x < pressX)

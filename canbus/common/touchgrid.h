@@ -41,6 +41,10 @@ struct SwipeRule
     bool verticalNeedsNarrowMove = true;
     // Horizontal swipes count at all.
     bool horizontal = true;
+    // A move of exactly a fifth of the screen already counts.
+    bool fifthIncluded = false;
+    // Least move, in pixels, that can be a swipe, whatever the screen's size.
+    int leastMove = 0;
 };
 
 constexpr int kTapDistance = 21;
@@ -59,7 +63,8 @@ struct TouchMove
     bool isTap() const { return dx() < kTapDistance && dy() < kTapDistance; }
     GridCell releaseCell() const { return gridCell(x, y, width, height); }
     // A vertical swipe moves more than a fifth of the height (and, by the rule, less
-    // than a fifth of the width sideways); a horizontal one the other way round.
+    // than a fifth of the width sideways); a horizontal one the other way round. The
+    // rule may let a move of exactly a fifth count and ask for a least move.
     Swipe swipe(const SwipeRule& rule = SwipeRule()) const;
 };
 
