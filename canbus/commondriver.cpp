@@ -151,19 +151,20 @@ void CommonDriver::RadarDisplay()
 {
     if (!radarData)
         return;
-    RadarData& r = *radarData;
-    const quint8 sensors[] = {r.radarFrontLeft, r.radarFrontLeftMid, r.radarFrontRightMid,
-                              r.radarFrontRight, r.radarRearLeft, r.radarRearLeftMid,
-                              r.radarRearRightMid, r.radarRearRight};
-    // The second front sensor tells the scale: below 11 it counts bars (0 for clear),
-    // otherwise it is a distance (large for clear, 255 for no reading). On the distance
-    // scale "not all above 10" and "any below 11" are the same test, so the drivers
-    // that word it either way share this.
-    const bool bars = r.radarFrontLeftMid < 11;
+    // The second front sensor tells the scale. On the distance scale "not all above 10"
+    // and "any below 11" are the same test, so the drivers that word it either way share
+    // this.
+    setRadarOnByScale(radarData->radarFrontLeftMid < 11);
+}
+
+void CommonDriver::setRadarOnByScale(bool barScale)
+{
+    if (!radarData)
+        return;
     bool on = false;
-    for (quint8 s : sensors)
-        on = on || (bars ? s != 0 : s < 11);
-    r.radarOn = on ? 1 : 0;
+    for (quint8 s : radarData->sensors())
+        on = on || (barScale ? s != 0 : s < 11);
+    radarData->radarOn = on ? 1 : 0;
 }
 
 void CommonDriver::btCallStatesChangeSlot(bool active)

@@ -37,6 +37,10 @@ public:
 
     // Decides whether the radar overlay is up from the eight sensors.
     virtual void RadarDisplay();
+    // The overlay is up while any sensor shows something: on a scale of bars a count
+    // above 0 (0 is clear), on a distance scale a reading below 11 (large is clear, 255
+    // no reading). Drivers differ in how they tell the scale.
+    void setRadarOnByScale(bool barScale);
     // The four sensors of one end of the car, left to right, from frame bytes `first`
     // on (through `bars` where the box counts otherwise), on a display of `levels`
     // bars; then the overlay decision and radarDataChanged.

@@ -2,6 +2,8 @@
 #include <QMetaType>
 #include <QtGlobal>
 
+#include <array>
+
 // Parking radar bars: each sensor is the number of bars lit on a scale of 0 to
 // radarLevels; 0 means nothing detected.
 class RadarData
@@ -26,10 +28,16 @@ public:
 
     bool isWarningState() const
     {
-        const bool anySensor = radarFrontLeft || radarFrontLeftMid || radarFrontRightMid
-            || radarFrontRight || radarRearLeft || radarRearLeftMid || radarRearRightMid
-            || radarRearRight;
+        bool anySensor = false;
+        for (quint8 s : sensors())
+            anySensor = anySensor || s != 0;
         return anySensor && radarOn == 1;
+    }
+    // Front left to right, then rear left to right.
+    std::array<quint8, 8> sensors() const
+    {
+        return {radarFrontLeft, radarFrontLeftMid, radarFrontRightMid, radarFrontRight,
+                radarRearLeft,  radarRearLeftMid,  radarRearRightMid,  radarRearRight};
     }
     // Takes the display down; the scale belongs to the vehicle and stays.
     void clear()

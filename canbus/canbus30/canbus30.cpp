@@ -184,15 +184,8 @@ void Canbus30Obj::RadarDisplay()
 {
     if (!radarData)
         return;
-    RadarData& r = *radarData;
-    const quint8 sensors[] = {r.radarFrontLeft, r.radarFrontLeftMid, r.radarFrontRightMid,
-                              r.radarFrontRight, r.radarRearLeft, r.radarRearLeftMid,
-                              r.radarRearRightMid, r.radarRearRight};
-    const bool bars = r.radarLevels < kRadarBarsBelow;
-    bool on = false;
-    for (quint8 s : sensors)
-        on = on || (bars ? s != 0 : s < kRadarBarsBelow);
-    r.radarOn = on ? 1 : 0;
+    // This box tells the scale by its number of levels.
+    setRadarOnByScale(radarData->radarLevels < kRadarBarsBelow);
 }
 
 int Canbus30Obj::checkProtocolData(const QByteArray& frame)

@@ -117,19 +117,15 @@ void Canbus31Obj::RadarDisplay()
     if (!radarData)
         return;
     RadarData& r = *radarData;
-    const quint8 sensors[] = {r.radarFrontLeft, r.radarFrontLeftMid, r.radarFrontRightMid,
-                              r.radarFrontRight, r.radarRearLeft, r.radarRearLeftMid,
-                              r.radarRearRightMid, r.radarRearRight};
-    bool any = false;
     if (r.radarLevels < 11) {
-        for (quint8 s : sensors)
-            any = any || s != 0;
-        r.radarOn = any ? 1 : 0;
+        setRadarOnByScale(true);
         return;
     }
+    const auto sensors = r.sensors();
     // On a distance scale the overlay stays down while every sensor but the second front
     // one reads clear, and when none of them has a reading.
     bool allClear = true;
+    bool any = false;
     for (int i = 0; i < int(std::size(sensors)); ++i) {
         if (i != 1)
             allClear = allClear && sensors[i] > 10;

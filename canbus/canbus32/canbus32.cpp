@@ -100,16 +100,8 @@ void Canbus32Obj::RadarDisplay()
 {
     if (!radarData)
         return;
-    RadarData& r = *radarData;
-    // This box's sensors count bars, 0 for clear, and the display never has more than
-    // ten: the overlay is up while any sensor shows one.
-    const quint8 sensors[] = {r.radarFrontLeft, r.radarFrontLeftMid, r.radarFrontRightMid,
-                              r.radarFrontRight, r.radarRearLeft, r.radarRearLeftMid,
-                              r.radarRearRightMid, r.radarRearRight};
-    bool on = false;
-    for (quint8 s : sensors)
-        on = on || s != 0;
-    r.radarOn = on ? 1 : 0;
+    // This box's sensors count bars, 0 for clear, and the display never has more than ten.
+    setRadarOnByScale(true);
 }
 
 int Canbus32Obj::checkProtocolData(const QByteArray& frame)

@@ -52,16 +52,8 @@ void Canbus65Obj::setInReverse(bool) {}
 
 void Canbus65Obj::RadarDisplay()
 {
-    if (!radarData)
-        return;
-    const RadarData& r = *radarData;
-    const quint8 sensors[] = {r.radarFrontLeft, r.radarFrontLeftMid, r.radarFrontRightMid,
-                              r.radarFrontRight, r.radarRearLeft, r.radarRearLeftMid,
-                              r.radarRearRightMid, r.radarRearRight};
-    bool on = false;
-    for (quint8 s : sensors)
-        on = on || s != 0;
-    radarData->radarOn = on ? 1 : 0;
+    // Bars only: the overlay is up while any sensor counts one.
+    setRadarOnByScale(true);
 }
 
 void Canbus65Obj::languageChanged(const QString& language)
