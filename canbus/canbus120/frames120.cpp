@@ -94,7 +94,7 @@ constexpr int kVolumeDown = 0x1100024;
 constexpr int kTuneUp = 0x110002E;
 constexpr int kTuneDown = 0x110002F;
 constexpr int kKnobWrap = 240;   // beyond it the 8-bit counter has wrapped
-constexpr int kKnobMaxStep = 5;  // a bigger step is a burst the box coalesced: one step
+constexpr int kKnobMaxStep = 5;  // a bigger jump (the first frame, a lost frame) is one step
 
 // A big-endian word of the box in which 255 stands for "no value".
 int boxWord(const FrameReader& f, int i)
@@ -103,8 +103,8 @@ int boxWord(const FrameReader& f, int i)
     return w == 255 ? 0 : w;
 }
 
-// The knob's step from its last counter to `now`, 8-bit wrap taken out, limited to one
-// step beyond kKnobMaxStep either way.
+// The knob's step from its last counter to `now`, the 8-bit wrap taken out; a step
+// bigger than kKnobMaxStep either way counts as one.
 int knobStep(int last, int now)
 {
     int step = now - last;
