@@ -45,18 +45,21 @@ void TestDriver66::frames_data()
     QTest::addColumn<QStringList>("fields");   // climate, radar and the driver's own record
     QTest::addRow("fd14000305") << climate(20, 0, 0x03, 0x05) << QStringList{"tempLeft=20.5", "tempRight=20.5",
                                     "tempLeftFahrenheit=0", "airWindSpeedRight=3", "airPower=1", "airOnOff=1"};
-    QTest::addRow("fd07000000") << climate(7, 0, 0, 0) << QStringList{"tempLeft=7", "tempRightFahrenheit=255", "airOnOff=0"};
-    QTest::addRow("fd00000000") << climate(0, 0, 0, 0) << QStringList{"tempLeftLow=1", "tempRight=0", "tempRightHigh=0"};
+    QTest::addRow("fd07000000") << climate(7, 0, 0, 0)
+        << QStringList{"tempLeft=7", "tempRightFahrenheit=255", "airOnOff=0"};
+    QTest::addRow("fd00000000") << climate(0, 0, 0, 0)
+        << QStringList{"tempLeftLow=1", "tempRight=0", "tempRightHigh=0"};
     QTest::addRow("fdff000000") << climate(255, 0, 0, 0) << QStringList{"tempRightHigh=1", "tempLeftLow=0"};
     QTest::addRow("fdfe000000") << climate(254, 0, 0, 0) << QStringList{"tempLeft=--"};
     QTest::addRow("fd20001f0f") << climate(32, 0, 0x1F, 0x0F) << QStringList{"tempLeft=33.5", "airWindSpeedLeft=15"};
     QTest::addRow("fd64008213") << climate(100, 0, 0x82, 0x13) << QStringList{"outdoorTemp=0.3℃", "outdoorTempUnit=0",
                                     "outdoorTempValid=1", "airWindSpeedLeft=2", "outdoorText=0.3℃"};
     QTest::addRow("fd5f008000") << climate(95, 0, 0x80, 0) << QStringList{"outdoorTemp=-5.0℃", "airOnOff=0"};
-    QTest::addRow("fd14250000") << climate(20, 0x25, 0, 0) << QStringList{"airAC=1", "airAuto=1", "airDefrostRear=1",
+    QTest::addRow("fd14240000") << climate(20, 0x24, 0, 0) << QStringList{"airAC=0", "airAuto=1", "airDefrostRear=1",
                                     "airDefrostFront=0", "airWindFrontLeft=0", "airInnerLoop=0", "airOuterLoop=1"};
-    QTest::addRow("fd14d80000") << climate(20, 0xD8, 0, 0) << QStringList{"airInnerLoop=1", "airOuterLoop=0",
-                                    "airWindFrontRight=1", "airWindDownLeft=1", "airDefrostFront=1", "airAC=0"};
+    QTest::addRow("fd14d90000") << climate(20, 0xD9, 0, 0) << QStringList{"airInnerLoop=1", "airOuterLoop=0",
+                                    "airWindFrontRight=1", "airWindDownLeft=1", "airDefrostFront=1", "airAC=1",
+                                    "airAuto=0"};
     QTest::addRow("fc0a3201..ff3219") << typed(0x32, {1, 0, 0xFF, 0x32, 0x19, 0x18, 0}) << QStringList{
         "radarLevels=10", "radarRearLeft=10", "radarRearLeftMid=2", "radarRearRightMid=1", "radarOn=1"};
     QTest::addRow("fc0a320004..") << typed(0x32, {0, 4, 0, 3, 0x19, 0, 0}) << QStringList{

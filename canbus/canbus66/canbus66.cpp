@@ -170,8 +170,8 @@ bool Canbus66Obj::needSendConnect(int& intervalMs, QByteArray& frame)
         return false;
     intervalMs = canbus::kConnectIntervalMs;
     // FD 05 84 selector value: the length byte counts a checksum byte the array does
-    // not hold, so the checksum lands on the value. The box has always been sent these
-    // five bytes and answers to them as they are.
+    // not hold, so the checksum lands on the value. The boxes in use take the sequence in
+    // this form, so it stays as it is.
     bool first = true;
     for (const AmpSetting& s : kAmpSettings) {
         QByteArray out(5, '\0');
