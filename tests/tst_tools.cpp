@@ -240,6 +240,7 @@ void TestTools::scenarioCheck_data()
     row("fd0509020313", 83, "[{\"type\": \"09\", \"data\": \"0x02,0x03\"}]", "fd 05 09 02 03 13", 0);
     row("5aa5023d020141", 120, "[{\"type\": \"3d\", \"data\": [\"02\", 1]}]", "5a a5 02 3d 02 01 41", 0);
     row("raw 1234", 27, "[{\"raw\": \"12, 0x34\"}]", "12 34", 0);
+    row("raw fc041201 summed", 66, "[{\"raw\": \"fc 04 12 01\", \"sum\": true}]", "fc 04 12 01 17", 0);
 
     row("cut short", 27, "{\"steps\": [\n{\"type\": ", "not valid JSON at line 2", 1);
     row("no steps", 27, "{}", "no \"steps\"", 1);
@@ -248,6 +249,7 @@ void TestTools::scenarioCheck_data()
     row("data on a raw step", 27, "[{\"raw\": \"00\", \"data\": \"01\"}]", "belongs to a typed step", 1);
     row("data not hex", 27, "[{\"type\": \"73\", \"data\": \"01 zz\"}]", "'zz' is not hex bytes", 1);
     row("negative delay", 27, "[{\"type\": \"73\", \"delay\": -1}]", "\"delay\" must be a whole number", 1);
+    row("sum on a typed step", 66, "[{\"type\": \"31\", \"sum\": true}]", "on a raw step", 1);
     row("empty raw", 27, "[{\"raw\": \"\"}]", "has no bytes", 1);
     row("too much data", 27, "[{\"type\": \"73\", \"data\": \"" + QByteArray(251, 'a').replace("a", "00 ") + "\"}]",
         "at most 250", 1);

@@ -20,7 +20,7 @@ const QSet<QString> kTopKeys = {QStringLiteral("description"), QStringLiteral("p
                                 QStringLiteral("steps")};
 const QSet<QString> kStepKeys = {QStringLiteral("delay"), QStringLiteral("type"),
                                  QStringLiteral("data"), QStringLiteral("raw"),
-                                 QStringLiteral("note")};
+                                 QStringLiteral("sum"), QStringLiteral("note")};
 
 QString quoted(const QString& key)
 {
@@ -113,6 +113,8 @@ public:
             fail(where + QStringLiteral("needs either \"type\" (with \"data\") or \"raw\""));
         if (hasRaw && o.contains(QLatin1String("data")))
             fail(where + QStringLiteral("\"data\" belongs to a typed step; a raw step has all its bytes in \"raw\""));
+        if (o.contains(QLatin1String("sum")) && (!hasRaw || !o.value(QLatin1String("sum")).isBool()))
+            fail(where + QStringLiteral("\"sum\" is true or false, on a raw step"));
         if (failed())
             return step;
 
@@ -122,6 +124,7 @@ public:
             step.note = text(o.value(QLatin1String("note")), where + quoted(QStringLiteral("note")));
         if (hasRaw) {
             step.raw = true;
+            step.sum = o.value(QLatin1String("sum")).toBool();
             step.data = bytesValue(o.value(QLatin1String("raw")), kMaxRawBytes, where + quoted(QStringLiteral("raw")));
             if (step.data.isEmpty())
                 fail(where + QStringLiteral("\"raw\" has no bytes"));
@@ -209,7 +212,14 @@ private:
 
 QByteArray ScenarioStep::wireBytes(canbus::FrameFamily family) const
 {
-    return raw ? data : canbus::buildFrame(family, type, data);
+    if (!raw)
+        return canbus::buildFrame(family, type, data);
+    if (!sum)
+        return data;
+    // Room for the checksum, which the family writes over the frame's last byte(s).
+    QByteArray frame = data + QByteArray(family == canbus::FrameFamily::StartFD16 ? 2 : 1, '\0');
+    canbus::writeChecksum(family, frame);
+    return frame;
 }
 
 bool parseScenario(const QByteArray& json, Scenario& out, QString* error)

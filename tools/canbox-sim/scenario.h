@@ -8,14 +8,17 @@
 //     "handshake": [ {"type": "30", "data": "..."} ],   optional: answers to its connect frame
 //     "steps": [
 //       {"delay": 300, "type": "0x73", "data": "40 40 16 16 63 63 78 00", "note": "air on"},
-//       {"delay": 200, "raw": "aa 55 02 73 00 00 00", "note": "a frame with a bad checksum"}
+//       {"delay": 200, "raw": "aa 55 02 73 00 00 00", "note": "a frame with a bad checksum"},
+//       {"delay": 200, "raw": "fd 14 00 03 05", "sum": true, "note": "an untyped frame"}
 //     ]
 //   }
 //
 // A bare array is taken as the steps. "delay" is in milliseconds before the step.
 // A typed step gets start, length and checksum from the protocol's frame family; a
-// raw step goes out exactly as written. Strings are hex ("73" is 0x73), JSON numbers
-// are decimal: "data" may be "40 40 16" or [64, 64, "16"].
+// raw step goes out exactly as written, or with the family's checksum behind it when
+// "sum" is true (frames the family's builder cannot shape: untyped ones, another start
+// byte). Strings are hex ("73" is 0x73), JSON numbers are decimal: "data" may be
+// "40 40 16" or [64, 64, "16"].
 
 #include <QByteArray>
 #include <QList>
@@ -29,6 +32,7 @@ struct ScenarioStep
 {
     int delayMs = 0;
     bool raw = false;
+    bool sum = false;  // a raw step with the family's checksum appended
     quint8 type = 0;
     QByteArray data;   // the data bytes of a typed step, or all bytes of a raw one
     QString note;
