@@ -136,8 +136,9 @@ void TestCanObj::baudSignalBeforeConnectFrame()
             events << QString::fromLatin1(f.toHex());
     });
     can->setId(42, true);   // same rate: no signal, just the connect frame
-    can->setId(67, true);
-    QCOMPARE(events, QStringList({QStringLiteral("2e8101017c"), QStringLiteral("19200")}));
+    can->setId(67, true);   // another rate: the signal, then 67's connect frame
+    QCOMPARE(events, QStringList({QStringLiteral("2e8101017c"), QStringLiteral("19200"),
+                                  QString::fromLatin1(canbus::buildFrame(canbus::FrameFamily::StartFD16, 0x04, {0x00}).toHex())}));
 }
 
 void TestCanObj::reselectingSameIdOnlyRewritesSetting()
