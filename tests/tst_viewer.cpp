@@ -388,7 +388,7 @@ void TestViewer::openDoorIsDrawn()
     viewer::CarPlan plan;
     plan.resize(260, 380);
     const auto render = [&plan](const viewer::DoorsView& doors) {
-        plan.show(doors, RadarView());
+        plan.setView(doors, RadarView());
         QImage image(plan.size(), QImage::Format_RGB32);
         plan.render(&image);
         return image;

@@ -38,7 +38,7 @@ CarPlan::CarPlan(QWidget* parent) : QWidget(parent)
     setMinimumSize(220, 340);
 }
 
-void CarPlan::show(const DoorsView& doors, const RadarView& radar)
+void CarPlan::setView(const DoorsView& doors, const RadarView& radar)
 {
     m_doors = doors;
     m_radar = radar;

@@ -12,7 +12,7 @@ class CarPlan : public QWidget
 {
 public:
     explicit CarPlan(QWidget* parent = nullptr);
-    void show(const DoorsView& doors, const RadarView& radar);
+    void setView(const DoorsView& doors, const RadarView& radar);
     QSize sizeHint() const override { return {260, 380}; }
 
 protected:

@@ -32,7 +32,7 @@ ClimatePanel::ClimatePanel(QWidget* parent) : QWidget(parent)
     setMinimumSize(320, 230);
 }
 
-void ClimatePanel::show(const ClimateView& view, const QString& outdoor)
+void ClimatePanel::setView(const ClimateView& view, const QString& outdoor)
 {
     m_view = view;
     m_outdoor = outdoor;

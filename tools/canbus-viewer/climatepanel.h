@@ -12,7 +12,7 @@ class ClimatePanel : public QWidget
 {
 public:
     explicit ClimatePanel(QWidget* parent = nullptr);
-    void show(const ClimateView& view, const QString& outdoor);
+    void setView(const ClimateView& view, const QString& outdoor);
     QSize sizeHint() const override { return {360, 260}; }
 
 protected:

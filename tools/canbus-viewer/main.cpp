@@ -200,8 +200,7 @@ int main(int argc, char** argv)
 
     if (!o.screenshot.isEmpty()) {
         QTimer::singleShot(int(o.screenshotS * 1000), &window, [&] {
-            QApplication::processEvents();
-            const bool saved = window.grab().save(o.screenshot, "PNG");
+            const bool saved = window.picture().save(o.screenshot, "PNG");
             if (saved)
                 events.info(QStringLiteral("screenshot %1").arg(o.screenshot));
             else

@@ -93,7 +93,6 @@ void ViewerState::applyRecord(const QString& name, const host::Fields& now)
             outdoorChanged = true;
     }
     m_records.insert(name, fields);
-    ++m_recordsSeen;
     // The newest report of the outdoor temperature wins, whichever way it came.
     if (outdoorChanged && name == QLatin1String("air") && fields.value(QStringLiteral("outdoorTempValid")).toInt() == 1)
         m_outdoorSource = OutdoorSource::Air;

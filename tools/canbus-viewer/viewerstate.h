@@ -89,7 +89,6 @@ public:
     QStringList prompts() const { return m_prompts; }
     PortState port() const { return m_port; }
     static QString portText(PortState state);
-    int recordsSeen() const { return m_recordsSeen; }
 
 private:
     Mode mode(const QString& record, const QString& name) const;
@@ -104,7 +103,6 @@ private:
     enum class OutdoorSource { None, Signal, Air, Body };
     OutdoorSource m_outdoorSource = OutdoorSource::None;
     PortState m_port = PortState::Waiting;
-    int m_recordsSeen = 0;
 };
 
 } // namespace viewer

@@ -77,10 +77,17 @@ void ViewerWindow::setReverse(bool on)
     m_commands->setReverse(on);
 }
 
+QPixmap ViewerWindow::picture()
+{
+    m_refresh.stop();
+    refresh();
+    return grab();
+}
+
 void ViewerWindow::refresh()
 {
-    m_climate->show(m_state.climate(), m_state.outdoor());
-    m_plan->show(m_state.doors(), m_state.radar());
+    m_climate->setView(m_state.climate(), m_state.outdoor());
+    m_plan->setView(m_state.doors(), m_state.radar());
     fill(m_keys, m_state.keys());
     fill(m_prompts, m_state.prompts());
     const PortState port = m_state.port();

@@ -4,6 +4,7 @@
 // status bar.
 
 #include <QMainWindow>
+#include <QPixmap>
 #include <QTimer>
 
 #include "viewerstate.h"
@@ -27,6 +28,8 @@ public:
     void stateChanged();
     void showStatus(const QString& text);
     void setReverse(bool on);
+    // The window as it is drawn now, changes still waiting for the next redraw included.
+    QPixmap picture();
 
 signals:
     void command(const QString& key, const QString& value);
