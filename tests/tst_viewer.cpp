@@ -310,6 +310,8 @@ void TestViewer::port_data()
     QTest::addRow("back and receiving")
         << QStringList{linkProblem("canbus.link", "port lost:"), linkProblem("canbus.link", "port reopened:"), "record"}
         << PortState::Receiving;
+    QTest::addRow("a record while lost is not the port's return")
+        << QStringList{"record", linkProblem("canbus.link", "port lost:"), "record"} << PortState::Lost;
     QTest::addRow("another warning of the link changes nothing")
         << QStringList{linkProblem("canbus.link", "port lost:"), linkProblem("canbus.link", "onSetBaudRate reset serialport fail.")}
         << PortState::Lost;

@@ -98,8 +98,10 @@ void ViewerState::applyRecord(const QString& name, const host::Fields& now)
         m_outdoorSource = OutdoorSource::Air;
     else if (outdoorChanged && name == QLatin1String("body") && !isAbsentNumber(fields.value(QStringLiteral("outdoorTempUnit"))))
         m_outdoorSource = OutdoorSource::Body;
-    // Data from the box: whatever the port went through, it works now.
-    m_port = PortState::Receiving;
+    // Data from the box. A lost port is back only when the module says so: a record
+    // can also come of a command (reverse and the radar) with no box behind it.
+    if (m_port != PortState::Lost)
+        m_port = PortState::Receiving;
 }
 
 void ViewerState::keep(QStringList& lines, const QString& line)
