@@ -3,7 +3,8 @@
 # Usage: scripts/deps.sh [extra-package ...]
 set -euo pipefail
 
-packages=(cmake make g++ pkg-config qtbase5-dev libqt5serialport5-dev "$@")
+# xvfb-run (with xauth, which it needs) lets the viewer's test draw without a display.
+packages=(cmake make g++ pkg-config qtbase5-dev libqt5serialport5-dev xvfb xauth "$@")
 missing=()
 for p in "${packages[@]}"; do
     dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

@@ -148,6 +148,74 @@ void writeFile(const QString& path, const QByteArray& content)
     f.write(content);
 }
 
+// The viewer is left out of builds without Qt's widgets.
+bool viewerBuilt()
+{
+    return QFileInfo(toolPath("canbus-viewer")).isExecutable();
+}
+
+// The viewer running in the background; what it printed is read as it comes.
+class Viewer
+{
+public:
+    // Under xvfb-run when `xvfb` is given, else on Qt's minimal platform.
+    void start(const QStringList& args, const QString& xvfb = QString())
+    {
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        if (xvfb.isEmpty()) {
+            env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("minimal"));
+            m_process.setProcessEnvironment(env);
+            startTool(m_process, toolPath("canbus-viewer"), args);
+        } else {
+            env.remove(QStringLiteral("QT_QPA_PLATFORM"));
+            // The window needs neither OpenGL nor a session bus, and the libraries
+            // behind them keep memory to the end that the sanitizer build reports.
+            env.insert(QStringLiteral("QT_XCB_GL_INTEGRATION"), QStringLiteral("none"));
+            env.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), QStringLiteral("unix:path=/nonexistent/bus"));
+            m_process.setProcessEnvironment(env);
+            m_process.start(xvfb, QStringList{"-a", toolPath("canbus-viewer")} + args);
+        }
+    }
+    QString output()
+    {
+        m_out += QString::fromUtf8(m_process.readAllStandardOutput());
+        return m_out;
+    }
+    QString errors() { return QString::fromUtf8(m_process.readAllStandardError()); }
+    // The exit code once it ended by itself, else -1.
+    int finish()
+    {
+        const bool ended = m_process.waitForFinished(kRunTimeoutMs) && m_process.exitStatus() == QProcess::NormalExit;
+        output();
+        return ended ? m_process.exitCode() : -1;
+    }
+    ~Viewer()
+    {
+        if (m_process.state() != QProcess::NotRunning) {
+            m_process.kill();
+            m_process.waitForFinished(5000);
+        }
+    }
+
+private:
+    ToolProcess m_process;
+    QString m_out;
+};
+
+#ifdef QT_GUI_LIB
+// Whether the image holds a pixel of this colour.
+bool hasColour(const QImage& image, QRgb colour)
+{
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if ((image.pixel(x, y) & 0xffffff) == (colour & 0xffffff))
+                return true;
+        }
+    }
+    return false;
+}
+#endif
+
 } // namespace
 
 class TestTools : public QObject
@@ -169,6 +237,9 @@ private slots:
     void hostRunsWithTheBox();
     void hostUpdatesTheMcu();
     void hostShowsTheMcu();
+    void viewerDrawsTheBox();
+    void viewerSeesThePortGoAndReturn();
+    void viewerOutlastsGarbage();
 
 #ifdef CANBUS_HAVE_BOXSIM
     void simulatorWaitsForConnect();
@@ -212,6 +283,16 @@ void TestTools::badArgumentsFail_data()
     // A file that exists but is no plug-in: the loader refuses it.
     QTest::addRow("host not a plug-in")
         << host << QStringList{"--plugin", toolPath("canbox-sim"), "--port", "/dev/null"} << 1 << "cannot load";
+    if (!viewerBuilt())
+        return;
+    const QString viewer = QStringLiteral("canbus-viewer");
+    QTest::addRow("viewer missing port") << viewer << QStringList{"--port", "/nonexistent/ttyX"} << 1 << "no serial port";
+    QTest::addRow("viewer unknown protocol") << viewer << QStringList{"-p", "99", "--port", "/dev/null"} << 2
+                                             << "no vehicle protocol 99";
+    QTest::addRow("viewer delay without a screenshot") << viewer << QStringList{"--screenshot-after", "2"} << 2
+                                                       << "needs --screenshot";
+    QTest::addRow("viewer delay not seconds")
+        << viewer << QStringList{"--screenshot", "x.png", "--screenshot-after", "0"} << 2 << "seconds above 0";
 }
 
 void TestTools::badArgumentsFail()
@@ -451,6 +532,87 @@ void TestTools::hostShowsTheMcu()
     const Run missing = run("canbus-host", {"--mcu-port", mcu.port(), "--mcu-update", m_dir.filePath("none.bin")});
     QCOMPARE(missing.exitCode, 1);
     QVERIFY2(missing.out.contains(QLatin1String("Please check file")), qPrintable(missing.out));
+}
+
+// Under a real X server: the window is drawn from what the box sent and saved.
+void TestTools::viewerDrawsTheBox()
+{
+    if (!viewerBuilt())
+        QSKIP("canbus-viewer is not built here (no Qt widgets)");
+    const QString xvfb = QStandardPaths::findExecutable(QStringLiteral("xvfb-run"));
+    if (xvfb.isEmpty())
+        QSKIP("xvfb-run is not installed (Debian package xvfb)");
+    const QString picture = m_dir.filePath(QStringLiteral("viewer.png"));
+    Sim sim;
+    QVERIFY(sim.start({"-p", "27", "--scenario", QStringLiteral(CANBUS_TEST_DATA_DIR "/viewer.json"), "--duration", "30"}));
+    Viewer viewer;
+    viewer.start({"-p", "27", "--port", sim.port(), "--reversing", "--screenshot", picture, "--screenshot-after", "3"}, xvfb);
+    QCOMPARE(viewer.finish(), 0);
+    QVERIFY2(viewer.output().contains(QLatin1String("port: receiving")), qPrintable(viewer.output()));
+    QVERIFY2(!viewer.output().contains(QLatin1String("error:")), qPrintable(viewer.output()));
+
+#ifdef QT_GUI_LIB
+    QImage image(picture);
+    QVERIFY2(!image.isNull(), "a PNG was saved");
+    QVERIFY(image.width() >= 400 && image.height() >= 300);
+    // The scenario opens the bonnet and two doors and puts something behind the car
+    // one bar away: the open colour and the nearest bar's red are on the picture.
+    QVERIFY2(hasColour(image, qRgb(0xe0, 0x40, 0x30)), "open doors are drawn");
+    QVERIFY2(hasColour(image, QColor::fromHsvF(0.0, 0.85, 0.95).rgb()), "the nearest radar bar is drawn");
+#else
+    QVERIFY(QFileInfo(picture).size() > 0);
+#endif
+}
+
+// The box goes (its pseudo-terminal closes) and a new one comes on the same link.
+void TestTools::viewerSeesThePortGoAndReturn()
+{
+    if (!viewerBuilt())
+        QSKIP("canbus-viewer is not built here (no Qt widgets)");
+    const QString link = m_dir.filePath(QStringLiteral("viewerbox"));
+    const QStringList box{"-p", "27", "--scenario", "doors", "--loop", "--link", link};
+    Viewer viewer;
+    {
+        Sim first;
+        QVERIFY(first.start(box));
+        viewer.start({"-p", "27", "--port", link, "--duration", "60"});
+        QTRY_VERIFY_WITH_TIMEOUT(viewer.output().contains(QLatin1String("port: receiving")), kRunTimeoutMs);
+    }
+    QTRY_VERIFY_WITH_TIMEOUT(viewer.output().contains(QLatin1String("port: port lost")), kRunTimeoutMs);
+    Sim second;
+    QVERIFY(second.start(box));
+    QTRY_VERIFY_WITH_TIMEOUT(viewer.output().contains(QLatin1String("port: port back")), kRunTimeoutMs);
+    const QString out = viewer.output();
+    const int lost = out.indexOf(QLatin1String("port: port lost"));
+    QTRY_VERIFY_WITH_TIMEOUT(viewer.output().indexOf(QLatin1String("port: receiving"), lost) > lost, kRunTimeoutMs);
+    QVERIFY2(second.output().contains(QLatin1String("the head unit opened the port")), "the viewer reopened the link");
+}
+
+// Noise without end and no frame in it: the window still answers, and is saved on time.
+void TestTools::viewerOutlastsGarbage()
+{
+    if (!viewerBuilt())
+        QSKIP("canbus-viewer is not built here (no Qt widgets)");
+    QByteArray steps;
+    quint32 seed = 12345;
+    for (int i = 0; i < 64; ++i) {
+        QByteArray noise;
+        for (int j = 0; j < 48; ++j) {
+            seed = seed * 1103515245u + 12345u;
+            noise.append(char(seed >> 24));
+        }
+        steps += QByteArray(steps.isEmpty() ? "" : ",\n") + "{\"delay\": 0, \"raw\": \"" + noise.toHex(' ') + "\"}";
+    }
+    const QString path = m_dir.filePath(QStringLiteral("noise.json"));
+    writeFile(path, "[" + steps + "]");
+    const QString picture = m_dir.filePath(QStringLiteral("noise.png"));
+    Sim sim;
+    QVERIFY(sim.start({"-p", "27", "--scenario", path, "--loop", "--no-wait", "--quiet", "--duration", "30"}));
+    Viewer viewer;
+    viewer.start({"-p", "27", "--port", sim.port(), "--screenshot", picture, "--screenshot-after", "2"});
+    QCOMPARE(viewer.finish(), 0);
+    QVERIFY2(QFileInfo(picture).size() > 0, qPrintable(viewer.output() + viewer.errors()));
+    QVERIFY2(viewer.output().contains(QLatin1String("screenshot ")), qPrintable(viewer.output()));
 }
 
 #ifdef CANBUS_HAVE_BOXSIM

@@ -3,32 +3,24 @@
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
-#include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTimer>
 
-#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
-#include <fcntl.h>
 #include <memory>
 #include <tuple>
-#include <unistd.h>
 
-#include "datasavecontrol.h"
 #include "host.h"
 #include "hostoutput.h"
+#include "hostsetup.h"
 #include "installedpath.h"
 #include "mcuhost.h"
 #include "modulelog.h"
 #include "quitonsignal.h"
 
 namespace {
-
-constexpr int kDefaultProtocol = 27;
 
 // The installed plug-in beside an installed host, else the one built with it.
 QString defaultPlugin()
@@ -166,31 +158,6 @@ Options parseOptions(const QCoreApplication& app)
     return o;
 }
 
-// The stored protocol when none is asked for.
-int chooseProtocol(int asked)
-{
-    if (asked > 0)
-        return asked;
-    const int stored = DataSaveControl::readUserData(QStringLiteral("CanIndex"), 0).toInt();
-    return stored > 0 ? stored : kDefaultProtocol;
-}
-
-// Why this user can't open a port the host is to use, or nothing; the module itself
-// would only log a failure. No path: that port isn't used.
-QString portProblem(const QString& port, const char* option, const char* simulator)
-{
-    if (port.isEmpty())
-        return QString();
-    if (!QFileInfo::exists(port))
-        return QStringLiteral("no serial port at %1 (start %2 and give %3 the path it prints)")
-            .arg(port, QLatin1String(simulator), QLatin1String(option));
-    const int fd = ::open(QFile::encodeName(port).constData(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
-    if (fd < 0)
-        return QStringLiteral("cannot open %1: %2").arg(port, QString::fromLocal8Bit(std::strerror(errno)));
-    ::close(fd);
-    return QString();
-}
-
 } // namespace
 
 int main(int argc, char** argv)
@@ -204,36 +171,24 @@ int main(int argc, char** argv)
         return failure(QStringLiteral("no plug-in at %1 (build the target canbusmodule, or give --plugin)").arg(o.plugin));
     for (const auto& [port, option, simulator] : {std::make_tuple(o.port, "--port", "canbox-sim"),
                                                    std::make_tuple(o.mcuPort, "--mcu-port", "mcu-sim")}) {
-        const QString problem = portProblem(port, option, simulator);
+        const QString problem = host::portProblem(port, option, simulator);
         if (!problem.isEmpty())
             return failure(problem);
     }
 
     // The platform reads these on first use: they are set before anything starts.
     std::unique_ptr<QTemporaryDir> scratch;
-    QString dataDir = o.dataDir;
-    if (dataDir.isEmpty()) {
-        scratch.reset(new QTemporaryDir(QDir::temp().filePath(QStringLiteral("canbus-host-XXXXXX"))));
-        if (!scratch->isValid())
-            return failure(QStringLiteral("cannot make a temporary data folder: %1").arg(scratch->errorString()));
-        dataDir = scratch->path();
-    } else if (!QDir().mkpath(dataDir)) {
-        return failure(QStringLiteral("cannot make the data folder %1").arg(dataDir));
-    }
-    qputenv("CANBUS_DATA_DIR", QFile::encodeName(dataDir));
-    if (!o.port.isEmpty())
-        qputenv("CANBUS_BOX_PORT", QFile::encodeName(o.port));
-    if (!o.mcuPort.isEmpty())
-        qputenv("CANBUS_MCU_PORT", QFile::encodeName(o.mcuPort));
-    DataSaveControl::reload();
+    QString dataDir;
+    QString error;
+    if (!host::setUpPlatform(o.dataDir, QStringLiteral("canbus-host"), o.port, o.mcuPort, scratch, &dataDir, &error))
+        return failure(error);
 
     canbox::quitOnTerminationSignals();
     host::HostOutput output(o.json ? host::HostOutput::Json : host::HostOutput::Text);
     host::routeModuleLog(&output, o.trace);
 
-    const int protocol = chooseProtocol(o.protocol);
+    const int protocol = host::chooseProtocol(o.protocol);
     host::Host host({o.plugin, protocol}, output);
-    QString error;
     if (!o.port.isEmpty()) {
         output.info(QStringLiteral("protocol %1 on %2; data folder %3").arg(protocol).arg(o.port, dataDir));
         switch (host.start(&error)) {

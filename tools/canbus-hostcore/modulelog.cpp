@@ -4,13 +4,13 @@
 #include <QRegularExpression>
 #include <QStringList>
 
-#include "hostoutput.h"
+#include "hostevents.h"
 
 namespace host {
 
 namespace {
 
-HostOutput* g_output = nullptr;
+HostEvents* g_output = nullptr;
 bool g_trace = false;
 QtMessageHandler g_previousHandler = nullptr;
 QLoggingCategory::CategoryFilter g_previousFilter = nullptr;
@@ -116,7 +116,7 @@ void handler(QtMsgType type, const QMessageLogContext& context, const QString& m
 
 } // namespace
 
-void routeModuleLog(HostOutput* output, bool trace)
+void routeModuleLog(HostEvents* output, bool trace)
 {
     g_output = output;
     g_trace = trace;

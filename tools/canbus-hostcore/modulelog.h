@@ -6,8 +6,8 @@
 
 namespace host {
 
-class HostOutput;
+class HostEvents;
 
-void routeModuleLog(HostOutput* output, bool trace);
+void routeModuleLog(HostEvents* output, bool trace);
 
 } // namespace host

@@ -9,7 +9,7 @@
 #include <QStringList>
 #include <memory>
 
-#include "hostoutput.h"
+#include "hostevents.h"
 #include "peers.h"
 #include "shownfields.h"
 
@@ -35,7 +35,7 @@ public:
         int protocol = 0;
     };
 
-    Host(const Settings& settings, HostOutput& output);
+    Host(const Settings& settings, HostEvents& output);
     ~Host() override;
 
     enum StartResult { Started, Failed, NoSuchProtocol };
@@ -51,6 +51,8 @@ public:
     void readCommands();
     // One command line: "AirAC 1", "raw 2e 81 01 01 7c", "reverse on", "help" ...
     void runCommand(const QString& line);
+    // A command key of the driver with its value, as the line "AirAC 1" sends it.
+    void sendCommandKey(const QString& key, const QString& value);
 
 private:
     struct Command
@@ -79,7 +81,7 @@ private:
     bool quit(const QStringList& args);
 
     Settings m_settings;
-    HostOutput& m_out;
+    HostEvents& m_out;
     QPluginLoader m_loader;
     tqappframework::Module* m_module = nullptr;
     bool m_started = false;

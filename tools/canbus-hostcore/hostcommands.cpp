@@ -58,7 +58,12 @@ void Host::runCommand(const QString& line)
         m_out.problem(QStringLiteral("unknown command '%1'; 'help' lists them").arg(name));
         return;
     }
-    callFacade("sendCanbusStateToCan", Q_ARG(QString, name), Q_ARG(QString, words.join(QLatin1Char(' '))));
+    sendCommandKey(name, words.join(QLatin1Char(' ')));
+}
+
+void Host::sendCommandKey(const QString& key, const QString& value)
+{
+    callFacade("sendCanbusStateToCan", Q_ARG(QString, key), Q_ARG(QString, value));
 }
 
 // The facade's slots are called by name, as a host that loaded the plug-in does.

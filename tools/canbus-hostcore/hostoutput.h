@@ -13,11 +13,12 @@
 #include <QTextStream>
 #include <QVariantList>
 
+#include "hostevents.h"
 #include "shownfields.h"
 
 namespace host {
 
-class HostOutput
+class HostOutput : public HostEvents
 {
 public:
     enum Format { Text, Json };
@@ -25,17 +26,17 @@ public:
 
     Format format() const { return m_format; }
 
-    void record(const QString& name, const Fields& changed);
+    void record(const QString& name, const Fields& changed) override;
     // A signal of the module or of a platform stand-in, with its parameters' names.
     void signal(const QString& source, const QString& name, const QList<QByteArray>& parameterNames,
-                const QVariantList& args);
-    void key(int key, bool pressed);
-    void deviceCall(const QByteArray& device, unsigned long request, unsigned long arg);
-    void command(const QString& line);
-    void trace(const QString& category, const QString& text);
-    void info(const QString& text);
+                const QVariantList& args) override;
+    void key(int key, bool pressed) override;
+    void deviceCall(const QByteArray& device, unsigned long request, unsigned long arg) override;
+    void command(const QString& line) override;
+    void trace(const QString& category, const QString& text) override;
+    void info(const QString& text) override;
     // Problems while running; they don't end the host.
-    void problem(const QString& text);
+    void problem(const QString& text) override;
     // A progress bar: on a terminal one line drawn over and over, below the other
     // lines; elsewhere a line for each new value (a JSON "progress" event with --json).
     void progress(int percent);

@@ -109,7 +109,7 @@ void registerPeer(const char* name, QObject* object)
 
 } // namespace
 
-Host::Host(const Settings& settings, HostOutput& output)
+Host::Host(const Settings& settings, HostEvents& output)
     : m_settings(settings), m_out(output)
 {
 }
@@ -233,6 +233,7 @@ void Host::onModuleSignal(const QMetaMethod& signal, const QVariantList& args)
         if (!m_lastRecords.contains(name) && r.asNew)
             m_lastRecords.insert(name, r.asNew());
         const auto last = m_lastRecords.constFind(name);
+        m_out.recordState(name, now);
         m_out.record(name, last == m_lastRecords.cend() ? presentFields(now) : changedFields(*last, now));
         m_lastRecords.insert(name, now);
         return;
