@@ -6,6 +6,7 @@
 
 #include "framebuilders.h"
 #include "ptypair.h"
+#include "toolrun.h"
 
 #ifdef CANBUS_HAVE_BOXSIM
 #include "boxsimulator.h"
@@ -16,99 +17,7 @@ using testframes::hex;
 
 namespace {
 
-constexpr int kRunTimeoutMs = 60000;
-
-QString toolPath(const char* name)
-{
-    return QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("../tools/%1/%1").arg(QLatin1String(name)));
-}
-
-// A tool's run to its end; the exit code is -1 when it didn't end by itself.
-struct Run
-{
-    int exitCode = -1;
-    QString out;
-    QString err;
-};
-
-// A QProcess that starts its child with a plain fork. QProcess itself clones with a
-// pidfd where the kernel has one; qemu's user-mode emulation, which runs this suite
-// in a cross build, passes Qt's check for that but refuses the clone, and the start
-// fails. With a subclass Qt falls back to fork(), which works natively and emulated.
-class ToolProcess : public QProcess
-{
-protected:
-    void setupChildProcess() override {}
-};
-
-// Starts a tool. In a cross build the suite itself runs under an emulator, which does
-// not follow it into the programs it starts: they are started under it too.
-void startTool(QProcess& p, const QString& program, const QStringList& args)
-{
-    const QStringList emulator =
-        QString::fromLocal8Bit(qgetenv("CANBUS_TOOL_EMULATOR")).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-    if (emulator.isEmpty())
-        p.start(program, args);
-    else
-        p.start(emulator.first(), emulator.mid(1) + QStringList{program} + args);
-}
-
-Run run(const char* tool, const QStringList& args, const QByteArray& input = QByteArray())
-{
-    ToolProcess p;
-    startTool(p, toolPath(tool), args);
-    p.write(input);
-    p.closeWriteChannel();
-    const bool ended = p.waitForFinished(kRunTimeoutMs) && p.exitStatus() == QProcess::NormalExit;
-    return {ended ? p.exitCode() : -1, QString::fromUtf8(p.readAllStandardOutput()),
-            QString::fromUtf8(p.readAllStandardError())};
-}
-
-// A simulator running in the background, from the line that names its port on.
-class Sim
-{
-public:
-    explicit Sim(const char* tool = "canbox-sim") : m_tool(tool) {}
-    ~Sim() { output(); }
-
-    bool start(const QStringList& args)
-    {
-        static const QRegularExpression portLine(QStringLiteral("^(?:canbox-sim: (?:pty|device)|MCU simulator on) (.+)$"));
-        startTool(m_process, toolPath(m_tool), args);
-        while (m_process.canReadLine() || m_process.waitForReadyRead(kRunTimeoutMs)) {
-            while (m_process.canReadLine()) {
-                const QString line = QString::fromUtf8(m_process.readLine()).trimmed();
-                m_output += line + QLatin1Char('\n');
-                const QRegularExpressionMatch match = portLine.match(line);
-                if (match.hasMatch()) {
-                    m_port = match.captured(1);
-                    return true;
-                }
-            }
-        }
-        return false;
-    }
-
-    QString port() const { return m_port; }
-
-    // Everything it printed; stops it first so that nothing is missing.
-    QString output()
-    {
-        if (m_process.state() != QProcess::NotRunning) {
-            m_process.terminate();
-            if (!m_process.waitForFinished(10000))
-                m_process.kill();
-            m_process.waitForFinished(5000);
-        }
-        return m_output += QString::fromUtf8(m_process.readAllStandardOutput());
-    }
-
-private:
-    const char* m_tool;
-    ToolProcess m_process;
-    QString m_port;
-    QString m_output;
-};
+using namespace toolrun;
 
 // What arrives until at least `minBytes` are in or nothing more comes for `quietMs`.
 QByteArray readPort(QSerialPort& port, int minBytes, int quietMs)
@@ -117,18 +26,6 @@ QByteArray readPort(QSerialPort& port, int minBytes, int quietMs)
     while ((minBytes == 0 || got.size() < minBytes) && port.waitForReadyRead(quietMs))
         got += port.readAll();
     return got;
-}
-
-// The JSON objects of canbus-host --json whose "event" is `event`.
-QList<QJsonObject> events(const QString& output, const QString& event)
-{
-    QList<QJsonObject> found;
-    for (const QString& line : output.split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
-        const QJsonObject o = QJsonDocument::fromJson(line.toUtf8()).object();
-        if (o.value(QLatin1String("event")).toString() == event)
-            found.append(o);
-    }
-    return found;
 }
 
 bool hasRecord(const QString& output, const QString& record, const QString& field, const QJsonValue& value)
@@ -273,10 +170,13 @@ void TestTools::badArgumentsFail_data()
     QTest::addRow("sim protocol not a number") << sim << QStringList{"-p", "x7"} << 2 << "positive whole number";
     QTest::addRow("sim link with device") << sim << QStringList{"--device", "/dev/null", "--link", "/tmp/x"} << 2 << "--link";
     QTest::addRow("sim missing device") << sim << QStringList{"--device", "/nonexistent/ttyX"} << 1 << "cannot open";
+    QTest::addRow("sim record unwritable") << sim << QStringList{"--record", "/nonexistent/x.cap"} << 1 << "cannot write";
     QTest::addRow("host protocol not a number") << host << QStringList{"--protocol", "x"} << 2 << "no vehicle protocol 'x'";
     // Known only once the module has looked for a driver.
     QTest::addRow("host unknown protocol") << host << QStringList{"--protocol", "99", "--port", "/dev/null"} << 2
                                            << "no vehicle protocol 99";
+    QTest::addRow("host module log unwritable")
+        << host << QStringList{"--port", "/dev/null", "--module-log", "/nonexistent/x.log"} << 1 << "cannot write";
     QTest::addRow("host missing port") << host << QStringList{"--port", "/nonexistent/ttyX"} << 1 << "no serial port";
     QTest::addRow("host missing plug-in")
         << host << QStringList{"--plugin", "/nonexistent/p.so", "--port", "/dev/null"} << 1 << "no plug-in";

@@ -17,6 +17,7 @@
 #include "boxlink.h"
 #include "boxsimulator.h"
 #include "canbuscatalogue.h"
+#include "capturefile.h"
 #include "driverfactory.h"
 #include "hexbytes.h"
 #include "installedpath.h"
@@ -61,6 +62,7 @@ const char kDescription[] =
     "  canbox-sim --scenario climate --loop       one scenario, again and again\n"
     "  canbox-sim -p 28 --link /tmp/canbox        protocol 28; /tmp/canbox links to the pty\n"
     "  canbox-sim --device /dev/ttyUSB0           a real serial port at the protocol's rate\n"
+    "  canbox-sim --record drive.cap              also keep what crossed the line, for canbus-replay\n"
     "  canbox-sim --check --scenario my.json      show the frames a scenario file makes";
 
 struct Options
@@ -70,6 +72,7 @@ struct Options
     QString scenarioDir;
     QString device;
     QString link;
+    QString record;
     bool loop = false;
     bool noWait = false;
     bool quiet = false;
@@ -135,6 +138,10 @@ Options parseOptions(const QCoreApplication& app)
          QStringLiteral("path")},
         {QStringLiteral("link"), QStringLiteral("Also make a symlink at <path> to the pseudo-terminal."),
          QStringLiteral("path")},
+        {QStringLiteral("record"),
+         QStringLiteral("Write every read and write of the line to <file>, timed, as canbus-replay "
+                        "reads it: 'in' what the head unit read, 'out' what it wrote."),
+         QStringLiteral("file")},
         {QStringLiteral("loop"), QStringLiteral("Play the scenarios again and again.")},
         {QStringLiteral("no-wait"),
          QStringLiteral("Play as soon as the port is open, without waiting for the head unit's "
@@ -164,6 +171,9 @@ Options parseOptions(const QCoreApplication& app)
                                                                  : defaultScenarioDir();
     o.device = parser.value(QStringLiteral("device"));
     o.link = parser.value(QStringLiteral("link"));
+    o.record = parser.value(QStringLiteral("record"));
+    if (parser.isSet(QStringLiteral("record")) && o.record.isEmpty())
+        usageError(QStringLiteral("--record wants a file"));
     o.loop = parser.isSet(QStringLiteral("loop"));
     o.noWait = parser.isSet(QStringLiteral("no-wait"));
     o.quiet = parser.isSet(QStringLiteral("quiet"));
@@ -326,6 +336,19 @@ int main(int argc, char** argv)
     if (!o.link.isEmpty())
         printLine(QStringLiteral("canbox-sim: link %1 -> %2").arg(o.link, link.peerPath()));
 
+    QFile record(o.record);
+    if (!o.record.isEmpty()) {
+        if (!record.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
+            printError(QStringLiteral("cannot write %1: %2").arg(o.record, record.errorString()));
+            return ExitFailure;
+        }
+        record.write(captureHeader(o.protocol, QStringLiteral("%1 %2 %3, %4 frames")
+                                                   .arg(QString::fromUtf8(row->make), QString::fromUtf8(row->model),
+                                                        QString::fromUtf8(row->vendor),
+                                                        QString::fromLatin1(canbus::familyName(family)))));
+        record.flush();
+    }
+
     BoxSimulator box(family);
     box.setScenarios(scenarios);
     box.setLoop(o.loop);
@@ -340,6 +363,20 @@ int main(int argc, char** argv)
     };
     QObject::connect(&box, &BoxSimulator::transmit, &link, &BoxLink::write);
     QObject::connect(&link, &BoxLink::received, &box, &BoxSimulator::receive);
+    if (record.isOpen()) {
+        // Each line as it crosses, flushed: a box stopped by a signal keeps its recording.
+        auto keep = [&](CaptureEntry::Direction direction, const QByteArray& bytes) {
+            record.write(captureLine(clock.elapsed() / 1000.0, direction, bytes));
+            record.flush();
+        };
+        // What the box sends reaches the head unit only while it holds the port.
+        QObject::connect(&box, &BoxSimulator::transmit, &record, [&, keep](const QByteArray& bytes) {
+            if (link.isPeerPresent())
+                keep(CaptureEntry::In, bytes);
+        });
+        QObject::connect(&link, &BoxLink::received, &record,
+                         [keep](const QByteArray& bytes) { keep(CaptureEntry::Out, bytes); });
+    }
     QObject::connect(&box, &BoxSimulator::happened, &app, [&](const BoxEvent& e) { say(eventText(e, family)); });
     QObject::connect(&link, &BoxLink::peerOpened, &box, [&] {
         say(box.waitsForConnect() ? QStringLiteral("----  the head unit opened the port; waiting for its connect frame")

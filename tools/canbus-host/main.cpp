@@ -62,6 +62,7 @@ struct Options
     QString mcuPort;
     QString mcuUpdate;
     QString dataDir;
+    QString moduleLog;
     bool json = false;
     bool trace = false;
     double durationS = 0;
@@ -108,6 +109,10 @@ Options parseOptions(const QCoreApplication& app)
          QStringLiteral("Folder of the module's settings; kept across runs. Default: a new "
                         "temporary folder, removed at the end."),
          QStringLiteral("dir")},
+        {QStringLiteral("module-log"),
+         QStringLiteral("Also write the module's own log, debug lines included, to <file>, as a "
+                        "head unit keeps it; canbus-replay plays such a file again."),
+         QStringLiteral("file")},
         {QStringLiteral("json"), QStringLiteral("One JSON object per line instead of text.")},
         {QStringLiteral("trace"), QStringLiteral("Also show every frame the module reads and writes.")},
         {QStringLiteral("duration"), QStringLiteral("Exit after <s> seconds."), QStringLiteral("s")},
@@ -147,6 +152,9 @@ Options parseOptions(const QCoreApplication& app)
         o.port = QStringLiteral("/dev/ttyS4");
     }
     o.dataDir = parser.value(QStringLiteral("data-dir"));
+    o.moduleLog = parser.value(QStringLiteral("module-log"));
+    if (parser.isSet(QStringLiteral("module-log")) && o.moduleLog.isEmpty())
+        usageError(QStringLiteral("--module-log wants a file"));
     o.json = parser.isSet(QStringLiteral("json"));
     o.trace = parser.isSet(QStringLiteral("trace"));
     if (parser.isSet(QStringLiteral("duration"))) {
@@ -185,7 +193,10 @@ int main(int argc, char** argv)
 
     canbox::quitOnTerminationSignals();
     host::HostOutput output(o.json ? host::HostOutput::Json : host::HostOutput::Text);
-    host::routeModuleLog(&output, o.trace);
+    QFile moduleLog(o.moduleLog);
+    if (!o.moduleLog.isEmpty() && !moduleLog.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        return failure(QStringLiteral("cannot write %1: %2").arg(o.moduleLog, moduleLog.errorString()));
+    host::routeModuleLog(&output, o.trace, o.moduleLog.isEmpty() ? nullptr : &moduleLog);
 
     const int protocol = host::chooseProtocol(o.protocol);
     host::Host host({o.plugin, protocol}, output);

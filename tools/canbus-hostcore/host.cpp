@@ -8,8 +8,6 @@
 #include "activitymanager.h"
 #include "airdata.h"
 #include "canbuscontrol.h"
-#include "carbodydata.h"
-#include "cardoordata.h"
 #include "datasavecontrol.h"
 #include "datetimectrl.h"
 #include "infomodule.h"
@@ -18,7 +16,6 @@
 #include "module.h"
 #include "modulemanager.h"
 #include "muteobj.h"
-#include "radardata.h"
 #include "screenlockctrl.h"
 #include "signaltap.h"
 #include "tipdialog.h"
@@ -49,55 +46,6 @@ const PlatformSource kPlatformSources[] = {
     {"TQPlatformControl", [] { return static_cast<QObject*>(tqplfctrl::TQPlatformControl::peekInstance()); },
      "gpioWritten"},
     {"LanguageManager", [] { return static_cast<QObject*>(LanguageManager::getInstance()); }, "languageChanged"},
-};
-
-// The module's record signals, each shown as the fields of its record that changed.
-// The records are read through the facade's invokable getters, as any host that
-// loaded the plug-in reads them, and their fields through the meta-objects the
-// plug-in registered with the records' pointer types.
-struct RecordSource
-{
-    const char* signal;
-    const char* name;
-    const char* getter;
-    const char* pointerType;
-    // The record as new, to show what the first report changed; null where the host
-    // can't make one (AirData's members are built by module code).
-    Fields (*asNew)();
-};
-
-Fields shownFields(const char* pointerType, const void* record)
-{
-    const QMetaObject* meta = canbus::metaObjectFor(pointerType);
-    return meta ? canbus::recordFields(*meta, record, canbus::FieldSet::Shown) : Fields();
-}
-
-bool readRecord(QObject* facade, const RecordSource& source, Fields& out)
-{
-    void* record = nullptr;
-    if (!QMetaObject::invokeMethod(facade, source.getter, Qt::DirectConnection,
-                                   QGenericReturnArgument(source.pointerType, &record))
-        || !record)
-        return false;
-    out = shownFields(source.pointerType, record);
-    return true;
-}
-
-template <typename Record>
-Fields newRecordFields(const char* pointerType)
-{
-    const Record record;
-    return shownFields(pointerType, &record);
-}
-
-const RecordSource kRecordSources[] = {
-    {"airConditionerDataChanged", "air", "getAirData", "AirData*", nullptr},
-    {"cardoorDataChanged", "doors", "getCardoorData", "CardoorData*",
-     [] { return newRecordFields<CardoorData>("CardoorData*"); }},
-    {"carbodyDataChanged", "body", "getCarbodyData", "CarbodyData*",
-     [] { return newRecordFields<CarbodyData>("CarbodyData*"); }},
-    {"radarDataChanged", "radar", "getRadarData", "RadarData*",
-     [] { return newRecordFields<RadarData>("RadarData*"); }},
 };
 
 void registerPeer(const char* name, QObject* object)
@@ -225,19 +173,8 @@ void Host::tapModule(QObject* facade)
 
 void Host::onModuleSignal(const QMetaMethod& signal, const QVariantList& args)
 {
-    for (const RecordSource& r : kRecordSources) {
-        Fields now;
-        if (signal.name() != r.signal || !readRecord(m_facade, r, now))
-            continue;
-        const QString name = QLatin1String(r.name);
-        if (!m_lastRecords.contains(name) && r.asNew)
-            m_lastRecords.insert(name, r.asNew());
-        const auto last = m_lastRecords.constFind(name);
-        m_out.recordState(name, now);
-        m_out.record(name, last == m_lastRecords.cend() ? presentFields(now) : changedFields(*last, now));
-        m_lastRecords.insert(name, now);
+    if (m_records.show(m_facade, signal, m_out))
         return;
-    }
     m_out.signal(QStringLiteral("canbus"), QString::fromLatin1(signal.name()), signal.parameterNames(), args);
 }
 

@@ -11,7 +11,7 @@
 
 #include "hostevents.h"
 #include "peers.h"
-#include "shownfields.h"
+#include "recordwatch.h"
 
 class InfoModule;
 class QSocketNotifier;
@@ -92,7 +92,7 @@ private:
     SourceStandIn m_radio;
     SourceStandIn m_media;
     InfoModule* m_info = nullptr;
-    QHash<QString, Fields> m_lastRecords;
+    RecordWatch m_records;
     QSocketNotifier* m_stdin = nullptr;
     QByteArray m_pendingInput;
 };

@@ -31,6 +31,11 @@ HostOutput::HostOutput(Format format)
     m_clock.start();
 }
 
+HostOutput::HostOutput(Format format, QString* lines) : m_format(format), m_out(lines), m_terminal(false)
+{
+    m_clock.start();
+}
+
 QString HostOutput::valueText(const QVariant& value)
 {
     switch (int(value.userType())) {
@@ -89,7 +94,7 @@ void HostOutput::emitLine(const QString& kind, const QString& text, QJsonObject 
 {
     if (!m_bar.isEmpty())
         m_out << "\r\033[K";   // the line goes where the bar was; the bar below it
-    const double t = m_clock.elapsed() / 1000.0;
+    const double t = m_seconds ? m_seconds() : m_clock.elapsed() / 1000.0;
     if (m_format == Json) {
         json.insert(QStringLiteral("t"), t);
         json.insert(QStringLiteral("event"), kind);
@@ -207,6 +212,11 @@ void HostOutput::info(const QString& text)
 void HostOutput::problem(const QString& text)
 {
     emitLine(QStringLiteral("error"), text, {{QStringLiteral("text"), text}});
+}
+
+void HostOutput::event(const QString& kind, const QString& text, const QJsonObject& json)
+{
+    emitLine(kind, text, json);
 }
 
 } // namespace host

@@ -13,6 +13,8 @@
 #include <QTextStream>
 #include <QVariantList>
 
+#include <functional>
+
 #include "hostevents.h"
 #include "shownfields.h"
 
@@ -23,6 +25,12 @@ class HostOutput : public HostEvents
 public:
     enum Format { Text, Json };
     explicit HostOutput(Format format);
+    // Lines go into `lines` instead of standard output, one '\n' after each.
+    HostOutput(Format format, QString* lines);
+
+    // Where a line's time comes from, in seconds: by default the time since the
+    // output was made; a program that plays a recording gives the recording's time.
+    void setClock(std::function<double()> seconds) { m_seconds = std::move(seconds); }
 
     Format format() const { return m_format; }
 
@@ -37,6 +45,9 @@ public:
     void info(const QString& text) override;
     // Problems while running; they don't end the host.
     void problem(const QString& text) override;
+    // An event of another kind: `text` for people, `json` (without "t" and "event")
+    // for programs.
+    void event(const QString& kind, const QString& text, const QJsonObject& json);
     // A progress bar: on a terminal one line drawn over and over, below the other
     // lines; elsewhere a line for each new value (a JSON "progress" event with --json).
     void progress(int percent);
@@ -55,6 +66,7 @@ private:
 
     Format m_format;
     QElapsedTimer m_clock;
+    std::function<double()> m_seconds;
     QTextStream m_out;
     bool m_terminal;         // text on a terminal: the bar redraws in place
     QString m_bar;           // the bar on the terminal's last line, if any

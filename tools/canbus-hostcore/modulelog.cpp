@@ -1,5 +1,6 @@
 #include "modulelog.h"
 
+#include <QFile>
 #include <QLoggingCategory>
 #include <QRegularExpression>
 #include <QStringList>
@@ -14,6 +15,7 @@ HostEvents* g_output = nullptr;
 bool g_trace = false;
 QtMessageHandler g_previousHandler = nullptr;
 QLoggingCategory::CategoryFilter g_previousFilter = nullptr;
+QFile* g_logFile = nullptr;
 
 // The categories whose debug lines carry the frames.
 constexpr const char* kTracedCategories[] = {"canbus.link", "canbus.manager", "canbus.mcu"};
@@ -61,8 +63,8 @@ void filter(QLoggingCategory* category)
     if (!isModuleCategory(category->categoryName()))
         return;
     const bool traced = g_trace && isTraced(category->categoryName());
-    category->setEnabled(QtDebugMsg, traced);
-    category->setEnabled(QtInfoMsg, traced);
+    category->setEnabled(QtDebugMsg, traced || g_logFile);
+    category->setEnabled(QtInfoMsg, traced || g_logFile);
     category->setEnabled(QtWarningMsg, true);
     category->setEnabled(QtCriticalMsg, true);
 }
@@ -108,18 +110,26 @@ void handler(QtMsgType type, const QMessageLogContext& context, const QString& m
             g_previousHandler(type, context, message);
         return;
     }
-    if (type == QtDebugMsg || type == QtInfoMsg)
-        g_output->trace(QString::fromLatin1(category), shortened(message));
-    else
+    if (g_logFile) {
+        // As the head unit's logger writes it: the category, then the module's line.
+        g_logFile->write(QByteArray(category) + ": " + message.toUtf8() + '\n');
+        g_logFile->flush();
+    }
+    if (type == QtDebugMsg || type == QtInfoMsg) {
+        if (g_trace && isTraced(category))
+            g_output->trace(QString::fromLatin1(category), shortened(message));
+    } else {
         g_output->problem(QString::fromLatin1(category) + QLatin1Char(' ') + message);
+    }
 }
 
 } // namespace
 
-void routeModuleLog(HostEvents* output, bool trace)
+void routeModuleLog(HostEvents* output, bool trace, QFile* logFile)
 {
     g_output = output;
     g_trace = trace;
+    g_logFile = logFile;
     g_previousHandler = qInstallMessageHandler(handler);
     g_previousFilter = QLoggingCategory::installFilter(filter);
 }
