@@ -1,12 +1,12 @@
 # Install rules and Debian packages, for the build machine's architecture or, in a
 # cross build, the target's:
 #   canbus-module  the plug-in, where a Qt host finds it, and the platform library it links
-#   canbus-tools   canbus-host, canbox-sim and mcu-sim in bin, the box scenarios in share
+#   canbus-tools   canbus-host, canbox-sim, mcu-sim and canbus-replay in bin, the box scenarios in share
 # `cpack` in a build folder writes both (canbus-module_<version>_<arch>.deb, ...).
 
 install(TARGETS canbusmodule LIBRARY DESTINATION ${CANBUS_INSTALL_PLUGIN_DIR} COMPONENT module)
 install(TARGETS canbus_platform LIBRARY DESTINATION ${CANBUS_INSTALL_LIB_DIR} COMPONENT module)
-install(TARGETS canbus-host canbox-sim mcu-sim RUNTIME DESTINATION bin COMPONENT tools)
+install(TARGETS canbus-host canbox-sim mcu-sim canbus-replay RUNTIME DESTINATION bin COMPONENT tools)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/scenarios/ DESTINATION ${CANBUS_INSTALL_SCENARIO_DIR} COMPONENT tools)
 
 # dpkg's name of the architecture the binaries are for, not the one cpack runs on.
@@ -39,7 +39,7 @@ set(CPACK_DEBIAN_MODULE_PACKAGE_DEPENDS "${canbus_runtime_depends}")
 
 set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME canbus-tools)
 set(CPACK_COMPONENT_TOOLS_DESCRIPTION
-    "Tools for the vehicle-bus module\n canbus-host runs the plug-in on a desktop; canbox-sim plays a CAN box and\n mcu-sim the microcontroller, on pseudo-terminals or serial devices.")
+    "Tools for the vehicle-bus module\n canbus-host runs the plug-in on a desktop; canbox-sim plays a CAN box and\n mcu-sim the microcontroller, on pseudo-terminals or serial devices; canbus-replay\n plays a capture of the line through any protocol.")
 set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "canbus-module (= ${PROJECT_VERSION}), ${canbus_runtime_depends}")
 
 include(CPack)
