@@ -129,15 +129,10 @@ Canbus33Obj::Canbus33Obj(int driverId, const canbus::DriverProfile& profile, QOb
 void Canbus33Obj::initData()
 {
     RecordDriver::initData();
-    AirData& a = *airData;
-    for (quint8 AirData::*control : kClimateControls)
-        a.*control = 0;
-    a.airRearLock = 0;          // the two signed control bytes
-    a.airWindSpeedRight = 0;
-    a.airShowFlag = 1;
-    a.tempLeftVisible = 1;
-    a.tempRightVisible = 1;
-    a.seat.seatHotVisible = 1;
+    showClimateControls(kClimateControls);
+    airData->airRearLock = 0;   // the other signed control byte
+    airData->airShowFlag = 1;
+    airData->seat.seatHotVisible = 1;
     info()->body.carModel = quint8(canbus::storedCarModel(kHighestCarModel));
     if (!exitSelectTimer)
         exitSelectTimer = canbus::startRepeatingTimer(this, kModelReportMs, &Canbus33Obj::exitSelectSlot);

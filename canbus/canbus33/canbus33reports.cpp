@@ -4,6 +4,7 @@
 #include "canbus33.h"
 
 #include "common/clockreport.h"
+#include "common/codetable.h"
 #include "common/frametext.h"
 #include "common/language.h"
 #include "common/sourcestate.h"
@@ -18,7 +19,8 @@ constexpr canbus::LanguageRow kLanguages[] = {
 };
 
 // setSrcState values to the box's codes; a value not listed sends 0.
-struct CodeRow { int key; quint8 code; };
+using canbus::CodeRow;
+using canbus::codeFor;
 
 // Radio bands.
 constexpr CodeRow kBands[] = {
@@ -38,16 +40,6 @@ constexpr CodeRow kMediaCodes[] = {
 constexpr CodeRow kCallCodes[] = {
     {0, 0}, {1, 1}, {2, 1}, {3, 2},
 };
-
-template <std::size_t N>
-quint8 codeFor(const CodeRow (&rows)[N], int key)
-{
-    for (const CodeRow& row : rows) {
-        if (row.key == key)
-            return row.code;
-    }
-    return 0;
-}
 
 // The camera picture is scaled to the box's screen: 1280 (2000 on the variants with a
 // wide screen) by 720.

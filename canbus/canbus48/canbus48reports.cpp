@@ -126,13 +126,10 @@ void Canbus48Obj::setCanbusState(const QString& type, const QString& value)
     canbus::sendPressRelease(*this, 0xC6, {kButtonFrame, sent, 0x00}, {kButtonFrame, 0x00, 0x00}, kReleaseMs);
 }
 
-void Canbus48Obj::setCurrentTime(int hour, int minute, int second)
+void Canbus48Obj::setCurrentTime(int hour, int minute, int /*second: the frame carries none*/)
 {
-    currentHour = hour;
-    currentMinute = minute;
-    currentSecond = second;
-    sendFrame(0x82, {canbus::clockYearByte(currentYear), quint8(currentMonth), quint8(currentDay),
-                     quint8(currentHour), quint8(currentMinute), 0x00});
+    sendFrame(0x82, {canbus::clockYearByte(knownDate.year), quint8(knownDate.month), quint8(knownDate.day),
+                     quint8(hour), quint8(minute), 0x00});
 }
 
 void Canbus48Obj::setSrcState(srctype type, const QList<QVariant>& args)

@@ -69,20 +69,15 @@ QString minutesAndSeconds(qulonglong seconds)
 
 void Canbus49Obj::setCurrentData(int year, int month, int day)
 {
-    currentYear = year;
-    currentMonth = month;
-    currentDay = day;
+    knownDate = canbus::KnownDate{year, month, day};
 }
 
 void Canbus49Obj::setCurrentTime(int hour, int minute, int second)
 {
-    currentHour = hour;
-    currentMinute = minute;
-    currentSecond = second;
     int shown = hour;
     if (!canbus::hour24Setting())
         shown = hour == 0 ? 12 : (hour > 12 ? hour - 12 : hour);
-    sendFrame(0xA6, {canbus::clockYearByte(currentYear), quint8(currentMonth), quint8(currentDay),
+    sendFrame(0xA6, {canbus::clockYearByte(knownDate.year), quint8(knownDate.month), quint8(knownDate.day),
                      quint8(shown), quint8(minute), quint8(second)});
 }
 

@@ -3,6 +3,7 @@
 #include "canbus56.h"
 
 #include "common/clockreport.h"
+#include "common/codetable.h"
 #include "datetimectrl.h"
 #include "common/frametext.h"
 #include "common/language.h"
@@ -18,17 +19,8 @@ constexpr canbus::LanguageRow kLanguages[] = {
 };
 
 // setSrcState values to the box's codes; a value not listed gives 0.
-struct CodeRow { int key; quint8 code; };
-
-template <std::size_t N>
-quint8 codeFor(const CodeRow (&rows)[N], int key)
-{
-    for (const CodeRow& row : rows) {
-        if (row.key == key)
-            return row.code;
-    }
-    return 0;
-}
+using canbus::CodeRow;
+using canbus::codeFor;
 
 // Radio bands in the frequency frame and in the text frame.
 constexpr CodeRow kBandCodes[] = {
@@ -54,14 +46,7 @@ constexpr CodeRow kCallCodes[] = {
 };
 constexpr quint8 kOtherCallCode = 5;
 
-quint8 callCode(int state)
-{
-    for (const CodeRow& row : kCallCodes) {
-        if (row.key == state)
-            return row.code;
-    }
-    return kOtherCallCode;
-}
+quint8 callCode(int state) { return codeFor(kCallCodes, state, kOtherCallCode); }
 
 // The source frame names the kind of source in its second byte.
 constexpr quint8 kSourceType = 0xC0;

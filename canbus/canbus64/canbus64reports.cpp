@@ -4,6 +4,7 @@
 #include "canbus64.h"
 
 #include "common/clockreport.h"
+#include "common/codetable.h"
 #include "common/frametext.h"
 #include "common/language.h"
 #include "common/sourcestate.h"
@@ -18,17 +19,8 @@ constexpr canbus::LanguageRow kLanguages[] = {
 };
 constexpr quint8 kLanguageSetup = 57;
 
-struct CodeRow { int key; quint8 code; };
-
-template <std::size_t N>
-quint8 codeFor(const CodeRow (&rows)[N], int key)
-{
-    for (const CodeRow& row : rows) {
-        if (row.key == key)
-            return row.code;
-    }
-    return 0;
-}
+using canbus::CodeRow;
+using canbus::codeFor;
 
 // Radio bands in the source frame and in the instrument frame 0x75.
 constexpr CodeRow kBands[] = {{2, 0x01}, {3, 0x02}, {4, 0x03}, {5, 0x11}, {6, 0x12}};

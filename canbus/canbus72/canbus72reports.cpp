@@ -6,6 +6,7 @@
 #include <QTimer>
 
 #include "common/clockreport.h"
+#include "common/codetable.h"
 #include "datetimectrl.h"
 #include "common/frametext.h"
 #include "common/language.h"
@@ -18,17 +19,8 @@ using canbus::Swipe;
 
 namespace {
 
-struct CodeRow { int key; quint8 code; };
-
-template <std::size_t N>
-quint8 codeFor(const CodeRow (&rows)[N], int key)
-{
-    for (const CodeRow& row : rows) {
-        if (row.key == key)
-            return row.code;
-    }
-    return 0;
-}
+using canbus::CodeRow;
+using canbus::codeFor;
 
 // Radio bands to the box's band codes.
 constexpr CodeRow kBands[] = {

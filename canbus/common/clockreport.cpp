@@ -1,6 +1,7 @@
 #include "common/clockreport.h"
 
 #include "datasavecontrol.h"
+#include "datetimectrl.h"
 
 namespace canbus {
 
@@ -13,6 +14,12 @@ constexpr quint8 kClockFromHeadUnit = 0x01;   // the last byte: the head unit's 
 bool hour24Setting()
 {
     return DataSaveControl::readSettingData(QStringLiteral("Time24hFormat"), true, QString()).toBool();
+}
+
+KnownDate KnownDate::today()
+{
+    const QDate date = DateTimeCtrl::getInstance()->getCurrentDateTime().date();
+    return KnownDate{date.year(), date.month(), date.day()};
 }
 
 quint8 clockYearByte(int year)

@@ -23,6 +23,18 @@ quint8 clockHourByte(int hour, bool hour24);
 // days.
 QByteArray callDurationData(int seconds);
 
+// The date the head unit last gave a driver (setCurrentData), today until it gives one:
+// boxes whose clock frame carries the date get it from there, as setCurrentTime does
+// not carry it.
+struct KnownDate
+{
+    int year = 0;
+    int month = 0;
+    int day = 0;
+
+    static KnownDate today();
+};
+
 // [A6 07 year month day hour minute second 01] of `now`.
 QByteArray clockReportFrame(FrameFamily family, const QDateTime& now, bool hour24);
 
