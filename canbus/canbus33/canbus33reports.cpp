@@ -75,9 +75,7 @@ quint8 low(qulonglong v) { return quint8(v); }
 void Canbus33Obj::setCurrentTime(int hour, int minute, int)
 {
     const bool format24 = canbus::hour24Setting();
-    int shown = hour;
-    if (!format24)
-        shown = hour == 0 ? 12 : (hour > 12 ? hour - 12 : hour);
+    const int shown = canbus::displayHour(hour, format24);
     // The box lights its morning mark for the hours 1 to 6 of either half of the day.
     const int dialHour = shown > 12 ? shown - 12 : shown;
     const bool morning = dialHour >= 1 && dialHour <= 6;

@@ -101,9 +101,7 @@ void Canbus56Obj::sendClock()
     // The box wants the date with the time, so both come from the clock itself.
     const QDateTime now = DateTimeCtrl::getInstance()->getCurrentDateTime();
     const bool format24 = canbus::hour24Setting();
-    int hour = now.time().hour();
-    if (!format24)
-        hour = hour == 0 ? 12 : (hour > 12 ? hour - 12 : hour);
+    const int hour = canbus::displayHour(now.time().hour(), format24);
     sendFrame(0xC5, {quint8(format24 ? 0 : 1), canbus::clockYearByte(now.date().year()),
                      quint8(now.date().month()), quint8(now.date().day()), quint8(hour),
                      quint8(now.time().minute())});

@@ -99,9 +99,7 @@ TouchMap touchMap(int mode)
 void Canbus64Obj::setCurrentTime(int hour, int minute, int)
 {
     const bool format24 = canbus::hour24Setting();
-    int shown = hour;
-    if (!format24)
-        shown = hour == 0 ? 12 : (hour > 12 ? hour - 12 : hour);
+    const int shown = canbus::displayHour(hour, format24);
     sendFrame(0xC8, {quint8(minute), quint8(shown), quint8(format24 ? 1 : 0)});
 }
 

@@ -63,13 +63,7 @@ constexpr quint8 kSwipeVertical = 0;
 void Canbus67Obj::setCurrentTime(int hour, int minute, int)
 {
     const bool hour24 = canbus::hour24Setting();
-    if (!hour24) {
-        if (hour > 12)
-            hour -= 12;
-        else if (hour == 0)
-            hour = 12;
-    }
-    sendFrame(0x06, {quint8(minute), quint8(hour), quint8(hour24 ? 1 : 0)});
+    sendFrame(0x06, {quint8(minute), quint8(canbus::displayHour(hour, hour24)), quint8(hour24 ? 1 : 0)});
 }
 
 void Canbus67Obj::setSrcState(srctype type, const QList<QVariant>& args)

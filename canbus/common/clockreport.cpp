@@ -27,6 +27,13 @@ quint8 clockYearByte(int year)
     return quint8((year + 48) & 0xFF);
 }
 
+int displayHour(int hour, bool hour24)
+{
+    if (hour24)
+        return hour;
+    return hour == 0 ? 12 : (hour > 12 ? hour - 12 : hour);
+}
+
 quint8 clockHourByte(int hour, bool hour24)
 {
     const quint8 h = quint8(hour & 0x7F);

@@ -16,6 +16,10 @@ bool hour24Setting();
 // (year + 48) in 8 bits: the year less 2000 for the years these units see.
 quint8 clockYearByte(int year);
 
+// The hour a clock display shows: 0..23, or 1..12 on a 12-hour clock (midnight 12,
+// noon 12). Boxes that draw the hour themselves take it so.
+int displayHour(int hour, bool hour24);
+
 // The hour, with bit 7 set when the display shows a 12-hour clock.
 quint8 clockHourByte(int hour, bool hour24);
 
