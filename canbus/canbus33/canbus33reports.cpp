@@ -9,6 +9,7 @@
 #include "common/language.h"
 #include "common/sourcestate.h"
 #include "common/touchzones.h"
+#include "common/wordbytes.h"
 
 namespace {
 
@@ -67,8 +68,8 @@ bool wideScreen(int carModel) { return carModel == 8 || carModel == 15; }
 constexpr int kTitleBytes = 244;
 constexpr int kNameBytes = 244;
 
-quint8 high(qulonglong v) { return quint8(v >> 8); }
-quint8 low(qulonglong v) { return quint8(v); }
+using canbus::high;
+using canbus::low;
 
 } // namespace
 

@@ -10,6 +10,7 @@
 #include "common/pressrelease.h"
 #include "common/sourcestate.h"
 #include "common/textcodec.h"
+#include "common/wordbytes.h"
 
 namespace {
 
@@ -102,8 +103,8 @@ quint8 callCode(int state)
 // Name and number go out with their line number; the length byte must hold them.
 constexpr int kPhoneTextBytes = 248;
 
-quint8 low(quint32 v) { return quint8(v); }
-quint8 high(quint32 v) { return quint8(v >> 8); }
+using canbus::high;
+using canbus::low;
 
 } // namespace
 

@@ -9,6 +9,7 @@
 #include "common/language.h"
 #include "common/sourcestate.h"
 #include "common/statusframe.h"
+#include "common/wordbytes.h"
 
 namespace {
 
@@ -81,8 +82,8 @@ QString bandText(int band, int frequency)
     return QString();
 }
 
-quint8 low(qulonglong v) { return quint8(v); }
-quint8 high(qulonglong v) { return quint8(v >> 8); }
+using canbus::high;
+using canbus::low;
 
 } // namespace
 

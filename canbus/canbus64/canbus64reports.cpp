@@ -9,6 +9,7 @@
 #include "common/language.h"
 #include "common/sourcestate.h"
 #include "common/touchzones.h"
+#include "common/wordbytes.h"
 
 namespace {
 
@@ -44,8 +45,8 @@ constexpr int kTextMs = 200;
 // Texts leave room for the bytes before them in a frame of at most 255 data bytes.
 constexpr int kTextBytes = 244;
 
-quint8 high(qulonglong v) { return quint8(v >> 8); }
-quint8 low(qulonglong v) { return quint8(v); }
+using canbus::high;
+using canbus::low;
 
 // The panorama picture as the box's 800 by 480 screen. A reply is a view, the first
 // step, or the next view of the cycle.

@@ -12,6 +12,7 @@
 #include "common/language.h"
 #include "common/sourcestate.h"
 #include "common/touchgrid.h"
+#include "common/wordbytes.h"
 
 using canbus::GridColumn;
 using canbus::GridRow;
@@ -90,7 +91,7 @@ constexpr canbus::SwipeCode kSwipesPlain[] = {
     {Swipe::Down, 1}, {Swipe::Up, 0},
 };
 
-quint8 low(qulonglong v) { return quint8(v); }
+using canbus::low;
 
 } // namespace
 
