@@ -1,6 +1,7 @@
 #include "canbus33.h"
 
 #include "common/bitfields.h"
+#include "common/doorbyte.h"
 #include "framereader.h"
 #include "common/statusframe.h"
 #include "common/vehiclemodel.h"
@@ -129,15 +130,10 @@ Canbus33Obj::Canbus33Obj(int driverId, const canbus::DriverProfile& profile, QOb
 void Canbus33Obj::initData()
 {
     RecordDriver::initData();
-    AirData& a = *airData;
-    for (quint8 AirData::*control : kClimateControls)
-        a.*control = 0;
-    a.airRearLock = 0;          // the two signed control bytes
-    a.airWindSpeedRight = 0;
-    a.airShowFlag = 1;
-    a.tempLeftVisible = 1;
-    a.tempRightVisible = 1;
-    a.seat.seatHotVisible = 1;
+    showClimateControls(kClimateControls);
+    airData->airRearLock = 0;   // the other signed control byte
+    airData->airShowFlag = 1;
+    airData->seat.seatHotVisible = 1;
     info()->body.carModel = quint8(canbus::storedCarModel(kHighestCarModel));
     if (!exitSelectTimer)
         exitSelectTimer = canbus::startRepeatingTimer(this, kModelReportMs, &Canbus33Obj::exitSelectSlot);
@@ -218,14 +214,7 @@ void Canbus33Obj::onVersion(const FrameReader& f)
 
 void Canbus33Obj::onDoors(const FrameReader& f)
 {
-    CardoorData doors;
-    doors.doorFrontLeft = f.bit(3, 6);
-    doors.doorFrontRight = f.bit(3, 7);
-    doors.doorRearLeft = f.bit(3, 4);
-    doors.doorRearRight = f.bit(3, 5);
-    doors.doorTrunk = f.bit(3, 3);
-    doors.doorHood = f.bit(3, 2);
-    updateCardoorData(doors);
+    updateCardoorData(canbus::doorsFromByte(f, 3, canbus::Bonnet::Bit2));
     CarbodyData body = *carbodyData;
     body.bodyFlag2 = f.bit(4, 0);
     body.bodyFlag1 = f.bit(4, 1);

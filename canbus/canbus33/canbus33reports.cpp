@@ -4,10 +4,12 @@
 #include "canbus33.h"
 
 #include "common/clockreport.h"
+#include "common/codetable.h"
 #include "common/frametext.h"
 #include "common/language.h"
 #include "common/sourcestate.h"
 #include "common/touchzones.h"
+#include "common/wordbytes.h"
 
 namespace {
 
@@ -18,7 +20,8 @@ constexpr canbus::LanguageRow kLanguages[] = {
 };
 
 // setSrcState values to the box's codes; a value not listed sends 0.
-struct CodeRow { int key; quint8 code; };
+using canbus::CodeRow;
+using canbus::codeFor;
 
 // Radio bands.
 constexpr CodeRow kBands[] = {
@@ -38,16 +41,6 @@ constexpr CodeRow kMediaCodes[] = {
 constexpr CodeRow kCallCodes[] = {
     {0, 0}, {1, 1}, {2, 1}, {3, 2},
 };
-
-template <std::size_t N>
-quint8 codeFor(const CodeRow (&rows)[N], int key)
-{
-    for (const CodeRow& row : rows) {
-        if (row.key == key)
-            return row.code;
-    }
-    return 0;
-}
 
 // The camera picture is scaled to the box's screen: 1280 (2000 on the variants with a
 // wide screen) by 720.
@@ -75,17 +68,15 @@ bool wideScreen(int carModel) { return carModel == 8 || carModel == 15; }
 constexpr int kTitleBytes = 244;
 constexpr int kNameBytes = 244;
 
-quint8 high(qulonglong v) { return quint8(v >> 8); }
-quint8 low(qulonglong v) { return quint8(v); }
+using canbus::high;
+using canbus::low;
 
 } // namespace
 
 void Canbus33Obj::setCurrentTime(int hour, int minute, int)
 {
     const bool format24 = canbus::hour24Setting();
-    int shown = hour;
-    if (!format24)
-        shown = hour == 0 ? 12 : (hour > 12 ? hour - 12 : hour);
+    const int shown = canbus::displayHour(hour, format24);
     // The box lights its morning mark for the hours 1 to 6 of either half of the day.
     const int dialHour = shown > 12 ? shown - 12 : shown;
     const bool morning = dialHour >= 1 && dialHour <= 6;

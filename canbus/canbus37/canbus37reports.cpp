@@ -4,6 +4,7 @@
 #include "canbus37.h"
 
 #include "common/clockreport.h"
+#include "common/codetable.h"
 #include "common/frametext.h"
 #include "common/language.h"
 #include "common/scaledtouch.h"
@@ -24,8 +25,7 @@ constexpr quint8 kRadioNone = 0;
 constexpr quint8 kRadioFm = 1;
 constexpr quint8 kRadioAm = 2;
 
-struct MediaCode { int source; quint8 code; };
-constexpr MediaCode kMediaCodes[] = {
+constexpr canbus::CodeRow kMediaCodes[] = {
     {CanbusInterface::SRC_MEDIA1_A, 4},
     {CanbusInterface::SRC_MEDIA1_B, 4},
     {CanbusInterface::SRC_MEDIA2_A, 6},
@@ -70,11 +70,7 @@ void Canbus37Obj::setSrcState(srctype type, const QList<QVariant>& args)
             text = QStringLiteral("87.5MHz");
         }
     } else {
-        const MediaCode* media = nullptr;
-        for (const MediaCode& row : kMediaCodes) {
-            if (row.source == type)
-                media = &row;
-        }
+        const canbus::CodeRow* media = canbus::findCode(kMediaCodes, type);
         if (!media)
             return;
         const canbus::MediaState m = canbus::readMedia(args);

@@ -6,7 +6,6 @@
 #include "common/bluetoothcalls.h"
 #include "common/statusframe.h"
 #include "common/vehiclemodel.h"
-#include "datetimectrl.h"
 #include "framereader.h"
 
 namespace {
@@ -47,13 +46,6 @@ bool fits(const FrameReader& f, int minimum) { return f.size() >= minimum; }
 Canbus48Obj::Canbus48Obj(QObject* parent)
     : RecordDriver(48, kProfile, parent)
 {
-    const QDateTime now = DateTimeCtrl::getInstance()->getCurrentDateTime();
-    currentYear = now.date().year();
-    currentMonth = now.date().month();
-    currentDay = now.date().day();
-    currentHour = now.time().hour();
-    currentMinute = now.time().minute();
-    currentSecond = now.time().second();
 }
 
 void Canbus48Obj::initData()
@@ -92,9 +84,7 @@ bool Canbus48Obj::needSendConnect(int& intervalMs, QByteArray& frame)
 
 void Canbus48Obj::setCurrentData(int year, int month, int day)
 {
-    currentYear = year;
-    currentMonth = month;
-    currentDay = day;
+    knownDate = canbus::KnownDate{year, month, day};
 }
 
 int Canbus48Obj::checkProtocolData(const QByteArray& frame)

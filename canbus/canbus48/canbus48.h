@@ -9,6 +9,7 @@
 
 #include <QByteArray>
 
+#include "common/clockreport.h"
 #include "common/payloadcache.h"
 #include "data48info.h"
 #include "recorddriver.h"
@@ -71,6 +72,5 @@ private:
     int lastKeyState = 0;                 // 1 short, 2 long: the state of the last press
     canbus::PayloadCache airFrameCache;   // data bytes of the last frame 0x21
     QTimer* exitSelectTimer = nullptr;
-    int currentYear = 0, currentMonth = 0, currentDay = 0;
-    int currentHour = 0, currentMinute = 0, currentSecond = 0;
+    canbus::KnownDate knownDate = canbus::KnownDate::today();
 };

@@ -3,6 +3,7 @@
 
 #include "canbus48.h"
 
+#include "common/keypress.h"
 #include "common/keytable.h"
 #include "framereader.h"
 
@@ -29,7 +30,8 @@ constexpr KeyRow kKeys[] = {
 constexpr int kDualKey = 6;
 constexpr int kDualShort = 0x1300055;
 constexpr int kDualLong = 0x120002B;
-constexpr int kLongPress = 2;
+using canbus::kLongPress;
+using canbus::kShortPress;
 
 // Keys 82 and 83 answer and hang up during a call, and page otherwise.
 struct CallKey { int value; int inCall; int otherwise; };
@@ -61,13 +63,10 @@ void Canbus48Obj::pressKey(int code)
 void Canbus48Obj::onKey(const FrameReader& f)
 {
     const int state = f.at(4);
-    if (f.at(3) != 0)
-        lastKeyValue = f.at(3);
-    if (state == 1 || state == kLongPress)
-        lastKeyState = state;
+    canbus::takeKeyPress(f.at(3), state, lastKeyValue, lastKeyState);
     if (lastKeyValue == kDualKey) {
         // Acts on the release, by the state its press had.
-        if (state == 0 && (lastKeyState == 1 || lastKeyState == kLongPress))
+        if (state == 0 && (lastKeyState == kShortPress || lastKeyState == kLongPress))
             pressKey(getQtKeyFromValue(kDualKey, lastKeyState));
         return;
     }

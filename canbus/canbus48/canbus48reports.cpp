@@ -10,6 +10,7 @@
 #include "common/pressrelease.h"
 #include "common/sourcestate.h"
 #include "common/textcodec.h"
+#include "common/wordbytes.h"
 
 namespace {
 
@@ -102,8 +103,8 @@ quint8 callCode(int state)
 // Name and number go out with their line number; the length byte must hold them.
 constexpr int kPhoneTextBytes = 248;
 
-quint8 low(quint32 v) { return quint8(v); }
-quint8 high(quint32 v) { return quint8(v >> 8); }
+using canbus::high;
+using canbus::low;
 
 } // namespace
 
@@ -126,13 +127,10 @@ void Canbus48Obj::setCanbusState(const QString& type, const QString& value)
     canbus::sendPressRelease(*this, 0xC6, {kButtonFrame, sent, 0x00}, {kButtonFrame, 0x00, 0x00}, kReleaseMs);
 }
 
-void Canbus48Obj::setCurrentTime(int hour, int minute, int second)
+void Canbus48Obj::setCurrentTime(int hour, int minute, int /*second: the frame carries none*/)
 {
-    currentHour = hour;
-    currentMinute = minute;
-    currentSecond = second;
-    sendFrame(0x82, {canbus::clockYearByte(currentYear), quint8(currentMonth), quint8(currentDay),
-                     quint8(currentHour), quint8(currentMinute), 0x00});
+    sendFrame(0x82, {canbus::clockYearByte(knownDate.year), quint8(knownDate.month), quint8(knownDate.day),
+                     quint8(hour), quint8(minute), 0x00});
 }
 
 void Canbus48Obj::setSrcState(srctype type, const QList<QVariant>& args)

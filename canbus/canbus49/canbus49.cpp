@@ -7,7 +7,6 @@
 #include "common/statusframe.h"
 #include "common/temperature.h"
 #include "common/vehiclemodel.h"
-#include "datetimectrl.h"
 #include "framereader.h"
 
 namespace {
@@ -52,13 +51,6 @@ bool fits(const FrameReader& f, int minimum) { return f.size() >= minimum; }
 Canbus49Obj::Canbus49Obj(QObject* parent)
     : RecordDriver(49, kProfile, parent)
 {
-    const QDateTime now = DateTimeCtrl::getInstance()->getCurrentDateTime();
-    currentYear = now.date().year();
-    currentMonth = now.date().month();
-    currentDay = now.date().day();
-    currentHour = now.time().hour();
-    currentMinute = now.time().minute();
-    currentSecond = now.time().second();
 }
 
 void Canbus49Obj::initData()
@@ -68,14 +60,9 @@ void Canbus49Obj::initData()
     if (!exitSelectTimer)
         exitSelectTimer = canbus::startRepeatingTimer(this, kModelReportMs, &Canbus49Obj::exitSelectSlot);
     info()->vehicle.carModel = quint8(canbus::storedCarModel(kHighestCarModel));
-    AirData& a = *airData;
-    for (quint8 AirData::*control : kClimateControls)
-        a.*control = 0;
-    a.airWindSpeedRight = 0;
-    a.airShowFlag = 1;
-    a.tempLeftVisible = 1;
-    a.tempRightVisible = 1;
-    a.seat.seatHotVisible = 1;
+    showClimateControls(kClimateControls);
+    airData->airShowFlag = 1;
+    airData->seat.seatHotVisible = 1;
 }
 
 void Canbus49Obj::setInReverse(bool value)

@@ -8,6 +8,7 @@
 // Every whole frame marks the box as connected; its version frame (0x7F) also asks for
 // the box's data again.
 
+#include "common/clockreport.h"
 #include "common/payloadcache.h"
 #include "data49info.h"
 #include "recorddriver.h"
@@ -67,10 +68,5 @@ private:
     QTimer* exitSelectTimer = nullptr;
     bool reverseActive = false;
     int lastKeyState = 0;   // 1 or 2: how the last wheel key was pressed
-    int currentYear = 0;
-    int currentMonth = 0;
-    int currentDay = 0;
-    int currentHour = 0;
-    int currentMinute = 0;
-    int currentSecond = 0;
+    canbus::KnownDate knownDate = canbus::KnownDate::today();
 };

@@ -3,6 +3,7 @@
 
 #include "canbus49.h"
 
+#include "common/keypress.h"
 #include "common/keytable.h"
 #include "framereader.h"
 
@@ -44,8 +45,8 @@ constexpr quint8 kCameraType = 0x82;
 // Key 15 gives a key of its own on release, by how it was pressed (byte 4: 1 short,
 // 2 long).
 constexpr int kTwoWayKey = 15;
-constexpr int kShortPress = 1;
-constexpr int kLongPress = 2;
+using canbus::kLongPress;
+using canbus::kShortPress;
 constexpr int kTwoWayShortCode = 0x1200027;
 constexpr int kTwoWayLongCode = 0x1300055;
 
@@ -74,14 +75,8 @@ bool Canbus49Obj::sendCameraKey(int value)
 void Canbus49Obj::onKey(const FrameReader& f)
 {
     // A release (value 0) goes to the key of the last press.
-    if (f.at(3) != 0)
-        lastKeyValue = f.at(3);
     const int press = f.at(4);
-    int state = 0;
-    if (press == kShortPress || press == kLongPress) {
-        lastKeyState = press;
-        state = 1;
-    }
+    const int state = canbus::takeKeyPress(f.at(3), press, lastKeyValue, lastKeyState);
     const int value = lastKeyValue;
     if (reverseActive) {
         if (press == kShortPress)

@@ -4,6 +4,7 @@
 #include "canbus49.h"
 
 #include "common/clockreport.h"
+#include "common/codetable.h"
 #include "common/language.h"
 #include "common/sourcestate.h"
 #include "common/textcodec.h"
@@ -23,8 +24,7 @@ constexpr quint8 kSourceType = 0xC0;
 constexpr quint8 kAmMark = 0x10;
 
 // Media sources and the box's code for each.
-struct MediaCode { int source; quint8 code; };
-constexpr MediaCode kMediaCodes[] = {
+constexpr canbus::CodeRow kMediaCodes[] = {
     {CanbusInterface::SRC_MEDIA1_A, 8},
     {CanbusInterface::SRC_MEDIA1_B, 8},
     {CanbusInterface::SRC_MEDIA2_A, 8},
@@ -43,8 +43,7 @@ constexpr int kTextCount = 20;
 
 // The telephone: call state codes and the name and number in one frame of up to 18
 // text bytes.
-struct CallCode { int state; quint8 code; };
-constexpr CallCode kCallCodes[] = {
+constexpr canbus::CodeRow kCallCodes[] = {
     {0, 0x15},
     {1, 0x11},
     {2, 0x12},
@@ -69,20 +68,13 @@ QString minutesAndSeconds(qulonglong seconds)
 
 void Canbus49Obj::setCurrentData(int year, int month, int day)
 {
-    currentYear = year;
-    currentMonth = month;
-    currentDay = day;
+    knownDate = canbus::KnownDate{year, month, day};
 }
 
 void Canbus49Obj::setCurrentTime(int hour, int minute, int second)
 {
-    currentHour = hour;
-    currentMinute = minute;
-    currentSecond = second;
-    int shown = hour;
-    if (!canbus::hour24Setting())
-        shown = hour == 0 ? 12 : (hour > 12 ? hour - 12 : hour);
-    sendFrame(0xA6, {canbus::clockYearByte(currentYear), quint8(currentMonth), quint8(currentDay),
+    const int shown = canbus::displayHour(hour, canbus::hour24Setting());
+    sendFrame(0xA6, {canbus::clockYearByte(knownDate.year), quint8(knownDate.month), quint8(knownDate.day),
                      quint8(shown), quint8(minute), quint8(second)});
 }
 
@@ -101,12 +93,9 @@ void Canbus49Obj::setSrcState(srctype type, const QList<QVariant>& args)
         sendPhone(args);
         return;
     }
-    for (const MediaCode& media : kMediaCodes) {
-        if (media.source == type) {
-            sendFrame(kSourceType, {media.code, 0xFF});
-            sendMediaTexts(args);
-            return;
-        }
+    if (const canbus::CodeRow* media = canbus::findCode(kMediaCodes, type)) {
+        sendFrame(kSourceType, {media->code, 0xFF});
+        sendMediaTexts(args);
     }
 }
 
@@ -131,12 +120,7 @@ void Canbus49Obj::sendPhone(const QList<QVariant>& args)
 {
     sendFrame(kSourceType, {0x05, 0x40});
     const int state = canbus::sourceItem(args, 0).toInt();
-    quint8 code = kOtherCall;
-    for (const CallCode& call : kCallCodes) {
-        if (call.state == state)
-            code = call.code;
-    }
-    sendFrame(0xC5, {0x44, code});
+    sendFrame(0xC5, {0x44, canbus::codeFor(kCallCodes, state, kOtherCall)});
     const QString text = canbus::sourceItem(args, 1).toString() + canbus::sourceItem(args, 2).toString();
     const QByteArray encoded = utf16WithMark(text);
     const int count = encoded.size() < kPhoneTextBytes + kBomBytes ? encoded.size() - kBomBytes : kPhoneTextBytes;

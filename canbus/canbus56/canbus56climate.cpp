@@ -17,12 +17,16 @@ constexpr quint8 kHighestFanSpeed = 7;
 // The radar bars of this box run from 0 to 7.
 constexpr quint8 kRadarLevels = 7;
 
-void applySide(AirData& a, int value, quint8 AirData::*low, quint8 AirData::*high, QString AirData::*text)
+canbus::SetPoint setPoint(int value)
 {
-    a.*low = value == kSetPointLow ? 1 : 0;
-    a.*high = value == kSetPointHigh ? 1 : 0;
-    if (value >= kFirstHalfDegree && value <= kLastHalfDegree)
-        a.*text = canbus::tenthsText(value * 5);
+    canbus::SetPoint point;
+    point.low = value == kSetPointLow;
+    point.high = value == kSetPointHigh;
+    if (value >= kFirstHalfDegree && value <= kLastHalfDegree) {
+        point.keepText = false;
+        point.text = canbus::tenthsText(value * 5);
+    }
+    return point;
 }
 
 } // namespace
@@ -55,8 +59,8 @@ void Canbus56Obj::onClimate(const FrameReader& f)
         a.tempRightFahrenheit = 0;
         a.tempLeftVisible = 1;
         a.tempRightVisible = 1;
-        applySide(a, sides.left, &AirData::tempLeftLow, &AirData::tempLeftHigh, &AirData::tempLeft);
-        applySide(a, sides.right, &AirData::tempRightLow, &AirData::tempRightHigh, &AirData::tempRight);
+        canbus::applySetPoint(a, canbus::kZoneLeft, setPoint(sides.left));
+        canbus::applySetPoint(a, canbus::kZoneRight, setPoint(sides.right));
     }
     if (airFrameCache.changed(f, 7)) {
         a.seat.seatHotLeft = f.bits(7, 0, 2);

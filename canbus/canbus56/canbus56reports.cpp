@@ -3,11 +3,13 @@
 #include "canbus56.h"
 
 #include "common/clockreport.h"
+#include "common/codetable.h"
 #include "datetimectrl.h"
 #include "common/frametext.h"
 #include "common/language.h"
 #include "common/sourcestate.h"
 #include "common/statusframe.h"
+#include "common/wordbytes.h"
 
 namespace {
 
@@ -18,17 +20,8 @@ constexpr canbus::LanguageRow kLanguages[] = {
 };
 
 // setSrcState values to the box's codes; a value not listed gives 0.
-struct CodeRow { int key; quint8 code; };
-
-template <std::size_t N>
-quint8 codeFor(const CodeRow (&rows)[N], int key)
-{
-    for (const CodeRow& row : rows) {
-        if (row.key == key)
-            return row.code;
-    }
-    return 0;
-}
+using canbus::CodeRow;
+using canbus::codeFor;
 
 // Radio bands in the frequency frame and in the text frame.
 constexpr CodeRow kBandCodes[] = {
@@ -54,14 +47,7 @@ constexpr CodeRow kCallCodes[] = {
 };
 constexpr quint8 kOtherCallCode = 5;
 
-quint8 callCode(int state)
-{
-    for (const CodeRow& row : kCallCodes) {
-        if (row.key == state)
-            return row.code;
-    }
-    return kOtherCallCode;
-}
+quint8 callCode(int state) { return codeFor(kCallCodes, state, kOtherCallCode); }
 
 // The source frame names the kind of source in its second byte.
 constexpr quint8 kSourceType = 0xC0;
@@ -96,8 +82,8 @@ QString bandText(int band, int frequency)
     return QString();
 }
 
-quint8 low(qulonglong v) { return quint8(v); }
-quint8 high(qulonglong v) { return quint8(v >> 8); }
+using canbus::high;
+using canbus::low;
 
 } // namespace
 
@@ -116,9 +102,7 @@ void Canbus56Obj::sendClock()
     // The box wants the date with the time, so both come from the clock itself.
     const QDateTime now = DateTimeCtrl::getInstance()->getCurrentDateTime();
     const bool format24 = canbus::hour24Setting();
-    int hour = now.time().hour();
-    if (!format24)
-        hour = hour == 0 ? 12 : (hour > 12 ? hour - 12 : hour);
+    const int hour = canbus::displayHour(now.time().hour(), format24);
     sendFrame(0xC5, {quint8(format24 ? 0 : 1), canbus::clockYearByte(now.date().year()),
                      quint8(now.date().month()), quint8(now.date().day()), quint8(hour),
                      quint8(now.time().minute())});

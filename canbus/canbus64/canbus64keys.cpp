@@ -3,6 +3,7 @@
 
 #include "canbus64.h"
 
+#include "common/keypress.h"
 #include "framereader.h"
 
 namespace {
@@ -36,8 +37,8 @@ constexpr HeldKey kHeldKeys[] = {
     {31, 0x1100036, 0x140001C},
 };
 
-constexpr int kShortPress = 1;
-constexpr int kLongPress = 2;
+using canbus::kLongPress;
+using canbus::kShortPress;
 
 } // namespace
 
@@ -52,14 +53,8 @@ int Canbus64Obj::getQtKeyFromValue(int value) const
 
 void Canbus64Obj::onKey(const FrameReader& f)
 {
-    if (f.at(3) != 0)
-        lastKeyValue = f.at(3);
     const int press = f.at(4);
-    int state = 0;
-    if (press == kShortPress || press == kLongPress) {
-        lastKeyState = press;
-        state = 1;
-    }
+    const int state = canbus::takeKeyPress(f.at(3), press, lastKeyValue, lastKeyState);
     const HeldKey* held = nullptr;
     for (const HeldKey& key : kHeldKeys) {
         if (key.value == lastKeyValue)

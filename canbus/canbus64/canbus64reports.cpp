@@ -4,10 +4,12 @@
 #include "canbus64.h"
 
 #include "common/clockreport.h"
+#include "common/codetable.h"
 #include "common/frametext.h"
 #include "common/language.h"
 #include "common/sourcestate.h"
 #include "common/touchzones.h"
+#include "common/wordbytes.h"
 
 namespace {
 
@@ -18,17 +20,8 @@ constexpr canbus::LanguageRow kLanguages[] = {
 };
 constexpr quint8 kLanguageSetup = 57;
 
-struct CodeRow { int key; quint8 code; };
-
-template <std::size_t N>
-quint8 codeFor(const CodeRow (&rows)[N], int key)
-{
-    for (const CodeRow& row : rows) {
-        if (row.key == key)
-            return row.code;
-    }
-    return 0;
-}
+using canbus::CodeRow;
+using canbus::codeFor;
 
 // Radio bands in the source frame and in the instrument frame 0x75.
 constexpr CodeRow kBands[] = {{2, 0x01}, {3, 0x02}, {4, 0x03}, {5, 0x11}, {6, 0x12}};
@@ -52,8 +45,8 @@ constexpr int kTextMs = 200;
 // Texts leave room for the bytes before them in a frame of at most 255 data bytes.
 constexpr int kTextBytes = 244;
 
-quint8 high(qulonglong v) { return quint8(v >> 8); }
-quint8 low(qulonglong v) { return quint8(v); }
+using canbus::high;
+using canbus::low;
 
 // The panorama picture as the box's 800 by 480 screen. A reply is a view, the first
 // step, or the next view of the cycle.
@@ -107,9 +100,7 @@ TouchMap touchMap(int mode)
 void Canbus64Obj::setCurrentTime(int hour, int minute, int)
 {
     const bool format24 = canbus::hour24Setting();
-    int shown = hour;
-    if (!format24)
-        shown = hour == 0 ? 12 : (hour > 12 ? hour - 12 : hour);
+    const int shown = canbus::displayHour(hour, format24);
     sendFrame(0xC8, {quint8(minute), quint8(shown), quint8(format24 ? 1 : 0)});
 }
 

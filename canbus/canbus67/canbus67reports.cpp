@@ -4,6 +4,7 @@
 #include "canbus67.h"
 
 #include "common/clockreport.h"
+#include "common/codetable.h"
 #include "common/sourcestate.h"
 #include "common/touchgrid.h"
 
@@ -22,16 +23,7 @@ constexpr BandRow kBands[] = {
 };
 constexpr BandRow kOtherBand = {0, 0, 2};
 
-struct CodeRow { int key; quint8 code; };
-template <std::size_t N>
-const CodeRow* findRow(const CodeRow (&rows)[N], int key)
-{
-    for (const CodeRow& row : rows) {
-        if (row.key == key)
-            return &row;
-    }
-    return nullptr;
-}
+using canbus::CodeRow;
 
 // Media sources to the box's source codes.
 constexpr CodeRow kMediaCodes[] = {
@@ -71,13 +63,7 @@ constexpr quint8 kSwipeVertical = 0;
 void Canbus67Obj::setCurrentTime(int hour, int minute, int)
 {
     const bool hour24 = canbus::hour24Setting();
-    if (!hour24) {
-        if (hour > 12)
-            hour -= 12;
-        else if (hour == 0)
-            hour = 12;
-    }
-    sendFrame(0x06, {quint8(minute), quint8(hour), quint8(hour24 ? 1 : 0)});
+    sendFrame(0x06, {quint8(minute), quint8(canbus::displayHour(hour, hour24)), quint8(hour24 ? 1 : 0)});
 }
 
 void Canbus67Obj::setSrcState(srctype type, const QList<QVariant>& args)
@@ -92,10 +78,10 @@ void Canbus67Obj::setSrcState(srctype type, const QList<QVariant>& args)
         }
         const quint16 frequency = quint16(args.at(1).toInt());
         sendFrame(kSourceType, {band.source, band.boxBand, quint8(frequency / 100), quint8(frequency % 100)});
-    } else if (findRow(kMediaCodes, type)) {
+    } else if (canbus::findCode(kMediaCodes, type)) {
         sendMediaReport(type, args);
     } else if (type == SRC_PHONE) {
-        const CodeRow* state = findRow(kCallStates, canbus::sourceItem(args, 0).toInt());
+        const CodeRow* state = canbus::findCode(kCallStates, canbus::sourceItem(args, 0).toInt());
         sendFrame(kSourceType, {kPhoneSource, state ? state->code : quint8(0)});
     }
 }
@@ -105,7 +91,7 @@ void Canbus67Obj::sendMediaReport(int source, const QList<QVariant>& args)
     const canbus::MediaState media = canbus::readMedia(args);
     const quint16 track = quint16(media.track);
     const qulonglong at = media.position;
-    sendFrame(kSourceType, {findRow(kMediaCodes, source)->code, quint8(track >> 8), quint8(track),
+    sendFrame(kSourceType, {canbus::findCode(kMediaCodes, source)->code, quint8(track >> 8), quint8(track),
                             quint8(at / 3600), quint8(at / 60 % 60), quint8(at % 60)});
 }
 
@@ -114,7 +100,7 @@ void Canbus67Obj::exitSelectSlot()
     const int model = info() ? info()->body.carModel : 0;
     if (model == 0)
         return;
-    const CodeRow* special = findRow(kModelCodes, model);
+    const CodeRow* special = canbus::findCode(kModelCodes, model);
     if (!special && model > kHighestPlainModel)
         return;
     sendFrame(0xEE, {0x20, special ? special->code : quint8(model)});

@@ -6,11 +6,13 @@
 #include <QTimer>
 
 #include "common/clockreport.h"
+#include "common/codetable.h"
 #include "datetimectrl.h"
 #include "common/frametext.h"
 #include "common/language.h"
 #include "common/sourcestate.h"
 #include "common/touchgrid.h"
+#include "common/wordbytes.h"
 
 using canbus::GridColumn;
 using canbus::GridRow;
@@ -18,17 +20,8 @@ using canbus::Swipe;
 
 namespace {
 
-struct CodeRow { int key; quint8 code; };
-
-template <std::size_t N>
-quint8 codeFor(const CodeRow (&rows)[N], int key)
-{
-    for (const CodeRow& row : rows) {
-        if (row.key == key)
-            return row.code;
-    }
-    return 0;
-}
+using canbus::CodeRow;
+using canbus::codeFor;
 
 // Radio bands to the box's band codes.
 constexpr CodeRow kBands[] = {
@@ -98,7 +91,7 @@ constexpr canbus::SwipeCode kSwipesPlain[] = {
     {Swipe::Down, 1}, {Swipe::Up, 0},
 };
 
-quint8 low(qulonglong v) { return quint8(v); }
+using canbus::low;
 
 } // namespace
 

@@ -51,12 +51,12 @@ bool fits(const FrameReader& f, int minimum) { return f.size() >= minimum; }
 } // namespace
 
 Canbus88Obj::Canbus88Obj(QObject* parent)
-    : Canbus88Obj(88, kProfile, parent)
+    : Canbus88Obj(88, ClimateForm{VentLayout::Shared, nullptr, nullptr}, parent)
 {
 }
 
-Canbus88Obj::Canbus88Obj(int driverId, const canbus::DriverProfile& profile, QObject* parent)
-    : RecordDriver(driverId, profile, parent)
+Canbus88Obj::Canbus88Obj(int driverId, const ClimateForm& climate, QObject* parent)
+    : RecordDriver(driverId, kProfile, parent), climateForm(climate)
 {
 }
 
@@ -105,7 +105,7 @@ int Canbus88Obj::checkProtocolData(const QByteArray& frame)
         }
         return 1;
     case 0x04: if (fits(f, 6)) onKey(f, &panelKey); return 1;
-    case 0x05: if (fits(f, 12)) decodeClimate(f, airFrameCache, {VentLayout::Shared, nullptr, nullptr}); return 1;
+    case 0x05: if (fits(f, 12)) decodeClimate(f); return 1;
     case 0x06: return recordFrame(f, 7, &Canbus88Obj::onRearClimate);
     case 0x07: return recordFrame(f, 18, &Canbus88Obj::onSettings);
     case 0x09:

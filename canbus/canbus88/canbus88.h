@@ -6,8 +6,7 @@
 // clock, the language and, every 3 s, the chosen vehicle variant.
 //
 // The variants 89 to 92 read a few frames otherwise: the climate frame's vents and set
-// points, the outdoor frame and the steering frame. They reuse the climate decoding
-// below with their own cache and scales.
+// points (given to the constructor below), the outdoor frame and the steering frame.
 
 #include "data88info.h"
 #include "common/payloadcache.h"
@@ -39,26 +38,28 @@ public slots:
     void languageChanged(const QString& language);
 
 protected:
-    // For the drivers that extend this one.
-    Canbus88Obj(int driverId, const canbus::DriverProfile& profile, QObject* parent);
-
     // How one set-point byte (not the low and high ends) reads on a vehicle: whether it
     // names a temperature, its text and whether that is in Fahrenheit.
     using SetPointText = bool (*)(int value, QString& text, bool& fahrenheit);
     // Byte 5 of the climate frame: which bits drive which vents.
     enum class VentLayout { Shared, SplitRight };
+    // How a vehicle's climate frame 0x05 reads; the rest of the frame is read alike.
     struct ClimateForm
     {
         VentLayout vents;
         SetPointText left;    // the panel's left side, after the right-hand-drive swap
         SetPointText right;
     };
-    // Frame 0x05 decoded with `cache` as the last frame of its kind.
-    void decodeClimate(const FrameReader& f, canbus::PayloadCache& cache, const ClimateForm& form);
+
+    // For the drivers that extend this one: the same link, their own climate frame.
+    Canbus88Obj(int driverId, const ClimateForm& climate, QObject* parent);
+
     // The outdoor text, its signal and the record's copy.
     void showOutdoorTemperature(double value, int unit);
 
 private:
+    // Frame 0x05, read as `climateForm` says.
+    void decodeClimate(const FrameReader& f);
     void onKey(const FrameReader& f, int (*codeOf)(int value));
     void onRearClimate(const FrameReader& f);
     void onSettings(const FrameReader& f);
@@ -77,6 +78,7 @@ private:
     void sendMediaReport(int source, const QList<QVariant>& args);
     void sendPhoneReport(const QList<QVariant>& args);
 
+    const ClimateForm climateForm;
     canbus::PayloadCache airFrameCache;   // data bytes of the last frame 0x05
     QTimer* exitSelectTimer = nullptr;
     QTimer* callTimer = nullptr;          // made, but nothing of this box starts it

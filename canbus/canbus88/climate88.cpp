@@ -95,8 +95,10 @@ void Canbus88Obj::applySetPoint(AirData& a, const canbus::TempZone& zone, quint8
     }
 }
 
-void Canbus88Obj::decodeClimate(const FrameReader& f, canbus::PayloadCache& cache, const ClimateForm& form)
+void Canbus88Obj::decodeClimate(const FrameReader& f)
 {
+    canbus::PayloadCache& cache = airFrameCache;
+    const ClimateForm& form = climateForm;
     AirData& a = *airData;
     a.id = id;
     if (cache.changed(f, 3)) {

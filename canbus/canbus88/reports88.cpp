@@ -4,6 +4,7 @@
 #include "canbus88.h"
 
 #include "common/clockreport.h"
+#include "common/codetable.h"
 #include "common/fixedtextframe.h"
 #include "common/language.h"
 #include "common/sourcestate.h"
@@ -25,17 +26,8 @@ constexpr int kMediaTextDelayMs = 300;
 constexpr int kCallTextDelayMs = 300;
 constexpr int kCallPageDelayMs = 150;
 
-struct CodeRow { int key; quint8 code; };
-
-template <std::size_t N>
-quint8 codeFor(const CodeRow (&rows)[N], int key)
-{
-    for (const CodeRow& row : rows) {
-        if (row.key == key)
-            return row.code;
-    }
-    return 0;
-}
+using canbus::CodeRow;
+using canbus::codeFor;
 
 // Radio bands to the box's codes: FM 1, AM 2.
 constexpr CodeRow kBands[] = {

@@ -9,8 +9,4 @@ class Canbus89Obj : public Canbus88Obj
 public:
     explicit Canbus89Obj(QObject* parent = nullptr);
     bool inheritedById(int id) const override { return id == 88 || Canbus88Obj::inheritedById(id); }
-    int checkProtocolData(const QByteArray& frame) override;
-
-private:
-    canbus::PayloadCache variantAirCache;   // data bytes of the last frame 0x05
 };

@@ -1,28 +1,14 @@
 #include "canbus90.h"
 
 #include "../canbus88/jeepsetpoints.h"
-#include "framereader.h"
-
-namespace {
-constexpr auto kProfile = canbus::DriverProfile{canbus::FrameFamily::Start2E, canbus::WalkVariant::A}
-        .linkFrames(0x88);
-}
 
 Canbus90Obj::Canbus90Obj(QObject* parent)
-    : Canbus88Obj(90, kProfile, parent)
+    : Canbus90Obj(90, parent)
 {
 }
 
-int Canbus90Obj::checkProtocolData(const QByteArray& frame)
+Canbus90Obj::Canbus90Obj(int driverId, QObject* parent)
+    : Canbus88Obj(driverId, ClimateForm{VentLayout::SplitRight, &jeep::halfDegreesFromOne, &jeep::halfDegreesFromOne},
+                  parent)
 {
-    const FrameReader f(frame);
-    switch (f.at(1)) {
-    case 0x05:
-        if (f.size() >= 12)
-            decodeClimate(f, variantAirCache, {VentLayout::SplitRight, &jeep::halfDegreesFromOne,
-                                                 &jeep::halfDegreesFromOne});
-        return 1;
-    default:
-        return Canbus88Obj::checkProtocolData(frame);
-    }
 }

@@ -9,8 +9,8 @@ class Canbus90Obj : public Canbus88Obj
 public:
     explicit Canbus90Obj(QObject* parent = nullptr);
     bool inheritedById(int id) const override { return id == 88 || Canbus88Obj::inheritedById(id); }
-    int checkProtocolData(const QByteArray& frame) override;
 
-private:
-    canbus::PayloadCache variantAirCache;   // data bytes of the last frame 0x05
+protected:
+    // For 91 and 92, which read the climate frame as this one does.
+    Canbus90Obj(int driverId, QObject* parent);
 };

@@ -1,16 +1,17 @@
 #pragma once
 // jeep "Guides", box by RuiZiCheng.
 // Reads as 88 but for the climate frame as 90 and the outdoor frame offset by 85.
-#include "../canbus88/canbus88.h"
+#include "../canbus90/canbus90.h"
 
-class Canbus91Obj : public Canbus88Obj
+// Built on 90 for its climate frame; it still counts as a variant of 88 only.
+class Canbus91Obj : public Canbus90Obj
 {
     Q_OBJECT
 public:
     explicit Canbus91Obj(QObject* parent = nullptr);
-    bool inheritedById(int id) const override { return id == 88 || Canbus88Obj::inheritedById(id); }
     int checkProtocolData(const QByteArray& frame) override;
 
-private:
-    canbus::PayloadCache variantAirCache;   // data bytes of the last frame 0x05
+protected:
+    // For 92, which reads the outdoor frame as this one does.
+    Canbus91Obj(int driverId, QObject* parent);
 };

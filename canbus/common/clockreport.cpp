@@ -1,6 +1,7 @@
 #include "common/clockreport.h"
 
 #include "datasavecontrol.h"
+#include "datetimectrl.h"
 
 namespace canbus {
 
@@ -15,9 +16,22 @@ bool hour24Setting()
     return DataSaveControl::readSettingData(QStringLiteral("Time24hFormat"), true, QString()).toBool();
 }
 
+KnownDate KnownDate::today()
+{
+    const QDate date = DateTimeCtrl::getInstance()->getCurrentDateTime().date();
+    return KnownDate{date.year(), date.month(), date.day()};
+}
+
 quint8 clockYearByte(int year)
 {
     return quint8((year + 48) & 0xFF);
+}
+
+int displayHour(int hour, bool hour24)
+{
+    if (hour24)
+        return hour;
+    return hour == 0 ? 12 : (hour > 12 ? hour - 12 : hour);
 }
 
 quint8 clockHourByte(int hour, bool hour24)
