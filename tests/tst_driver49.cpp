@@ -349,8 +349,6 @@ void TestDriver49::outbound_data()
     QTest::addRow("AirDUAL") << state("AirDUAL", "", -1) << Frames{frame(0x8A, {0, 8, 0, 0, 0, 0}), release};
     QTest::addRow("AirTempFrontRight add") << state("AirTempFrontRight", "add", -1)
                                            << Frames{frame(0x8A, {0, 0, 0, 0, 2, 0}), release};
-    QTest::addRow("AirTempFrontLeft sub") << state("AirTempFrontLeft", "sub", -1)
-                                          << Frames{frame(0x8A, {0, 0, 0, 1, 0, 0}), release};
     // The fan steps from the reported speed, within 1..8, in the high nibble.
     QTest::addRow("fan 3 up") << state("AirWindSpeedAddSubFront", "1", 3) << Frames{frame(0x8A, {0, 0x40, 0, 0, 0, 0}), release};
     QTest::addRow("fan 8 up") << state("AirWindSpeedAddSubFront", "1", 8) << Frames{frame(0x8A, {0, 0x80, 0, 0, 0, 0}), release};
@@ -398,7 +396,6 @@ void TestDriver49::outbound_data()
         };
     };
     QTest::addRow("language en") << language("en", 1) << Frames{frame(0x80, {0x1A, 1})};
-    QTest::addRow("language ch_ft") << language("ch_ft", 0) << Frames{frame(0x80, {0x1A, 0})};
     QTest::addRow("language ja") << language("ja", 0) << Frames{};
     // The stored variant, clamped to 21, goes out less one; 0 sends nothing.
     QTest::addRow("variant 0") << Action([](DriverHarness& h) { driver(h)->exitSelectSlot(); }) << Frames{};
