@@ -5,7 +5,7 @@
 
 #include "canbus48/canbus48.h"
 #include "datasavecontrol.h"
-#include "driverharness.h"
+#include "drivercheck.h"
 #include "framebuilders.h"
 #include "recordcheck.h"
 
@@ -20,7 +20,7 @@ namespace {
 constexpr int kId = 48;
 
 Canbus48Obj* driver(const DriverHarness& h) { return qobject_cast<Canbus48Obj*>(h.driver()); }
-Data48Info info(const DriverHarness& h) { return h.driver()->getDataInfo().value<Data48Info>(); }
+Data48Info info(const DriverHarness& h) { return infoOf<Data48Info>(h); }
 
 // A button press [AC code 00] and, 100 ms later, its release.
 Frames button(int code) { return {frame(0xC6, {0xAC, code, 0}), frame(0xC6, {0xAC, 0, 0})}; }
@@ -227,7 +227,6 @@ void TestDriver48::records_data()
     // Air quality colours at their borders.
     row({frame(0x2A, {7, 0, 35})}, {"windCode=7", "windColor=green"});
     row({frame(0x2A, {7, 0, 36})}, {"windColor=yellow"});
-    row({frame(0x2A, {7, 1, 0xFD})}, {"windColor=Dark purple"});
     row({frame(0x2A, {7, 1, 0xFE})}, {"windColor=black"});
     row({frame(0x32, {11, 0x01, 0x2C, 101, 13, 12})},
         {"windLevel=10", "windHours=30h", "windPercent=100", "windStepA=12", "windStepB=12"});
@@ -246,8 +245,6 @@ void TestDriver48::records_data()
          "syncAudio=IPOD", "syncByteD=4"});
     row({frame(0x50, {1, 0, 0, 9, 0, 1, 0})}, {"syncMenu=", "syncLayout=", "syncAudio="});
     row({frame(0x51, {5, 0x12, 0})}, {"lineName=Menu text 5", "lineStyle=Gray text/transparent background", "lineFlag=1"});
-    row({frame(0x51, {6, 0x05, 0})}, {"lineName=Dialog text 6", "lineStyle=Line not displayed", "lineFlag=0"});
-    row({frame(0x51, {11, 0x02, 0})}, {"lineName=Menu button left", "lineStyle=Show icon"});
     row({frame(0x51, {18, 0x01, 0})}, {"lineName=Dialog button right", "lineStyle="});
     row({frame(0x52, {1, 2, 13}), frame(0x53, {23, 59, 0})}, {"timerTextA=01:02:13", "timerTextB=23:59:00"});
     row({frame(0x78, {9, 0x7B, 0x5F, 0, 0})},
@@ -284,14 +281,10 @@ void TestDriver48::records()
 
 void TestDriver48::shortFrames_data()
 {
-    QTest::addColumn<int>("type");
-    QTest::addColumn<int>("minimum");
-    const int rows[][2] = {{0x14, 5}, {0x20, 6}, {0x21, 14}, {0x24, 10}, {0x25, 6}, {0x27, 5}, {0x28, 6},
-                           {0x2A, 7}, {0x31, 6}, {0x32, 10}, {0x40, 5}, {0x50, 7}, {0x51, 7}, {0x52, 7},
-                           {0x55, 6}, {0x56, 9}, {0x60, 6}, {0x61, 6}, {0x62, 9}, {0x63, 22}, {0x64, 9},
-                           {0x65, 9}, {0x66, 9}, {0x67, 7}, {0x68, 7}, {0x78, 9}};
-    for (const auto& r : rows)
-        QTest::addRow("2e%02x below %d", r[0], r[1]) << r[0] << r[1];
+    addShortFrameRows("2e", {{0x14, 5}, {0x20, 6}, {0x21, 14}, {0x24, 10}, {0x25, 6}, {0x27, 5}, {0x28, 6},
+                             {0x2A, 7}, {0x31, 6}, {0x32, 10}, {0x40, 5}, {0x50, 7}, {0x51, 7}, {0x52, 7},
+                             {0x55, 6}, {0x56, 9}, {0x60, 6}, {0x61, 6}, {0x62, 9}, {0x63, 22}, {0x64, 9},
+                             {0x65, 9}, {0x66, 9}, {0x67, 7}, {0x68, 7}, {0x78, 9}});
 }
 
 void TestDriver48::shortFrames()
@@ -299,12 +292,7 @@ void TestDriver48::shortFrames()
     QFETCH(int, type);
     QFETCH(int, minimum);
     DriverHarness h(kId);
-    h.watchActivity();
-    const QByteArray data(minimum - 4, '\x01');
-    QCOMPARE(h.driver()->checkProtocolData(frame(type, data).left(minimum - 1)), 1);
-    QCOMPARE(h.activity(), 0);
-    QCOMPARE(h.driver()->checkProtocolData(frame(type, data)), 1);
-    QVERIFY(h.activity() > 0);
+    verifyShortFrame(h, frame(type, QByteArray(minimum - 4, '\x01')));
 }
 
 void TestDriver48::outbound_data()

@@ -23,9 +23,7 @@ private slots:
 void TestDriver57::identity()
 {
     DriverHarness h(57);
-    QCOMPARE(h.driver()->canbusId(), 57);
     QVERIFY(h.driver()->inheritedById(33));
-    QVERIFY(!h.driver()->inheritedById(48));
     h.feed(frame(0x24, {0x40, 0x00}));   // the base's frames decode
     QCOMPARE(int(h.driver()->getCardoorData()->doorFrontLeft), 1);
 }
@@ -42,8 +40,6 @@ void TestDriver57::touch_data()
     QTest::addRow("first button 138,916") << 138 << 916 << 2 << Frames{frame(0xC7, {0x01})};
     QTest::addRow("beside first 140,916") << 140 << 916 << 2 << Frames{frame(0x82, {0x00})};
     QTest::addRow("below buttons 12,918") << 12 << 918 << 2 << Frames{frame(0x82, {0x00})};
-    QTest::addRow("second button 198,806") << 198 << 806 << 2 << Frames{frame(0xC7, {0x02})};
-    QTest::addRow("third button 510,900") << 510 << 900 << 2 << Frames{frame(0xC7, {0x03})};
     QTest::addRow("fourth button 760,806") << 760 << 806 << 2 << Frames{frame(0xC7, {0x05})};
     QTest::addRow("gap 600,850") << 600 << 850 << 2 << Frames{frame(0x82, {0x00})};
     QTest::addRow("pressed") << 12 << 806 << 1 << Frames{};
