@@ -148,10 +148,10 @@ const DriverEntry kDrivers[] = {
     {84, FrameFamily::Start2E, 0, &make<Canbus84Obj>},
     {85, FrameFamily::Start2E, 81, &make<Canbus85Obj>},   // extends 81: UTF-16 source texts
     {88, FrameFamily::Start2E, 0, &make<Canbus88Obj>},
-    {89, FrameFamily::Start2E, 88, &make<Canbus89Obj>},   // extends 88
-    {90, FrameFamily::Start2E, 88, &make<Canbus90Obj>},   // extends 88
-    {91, FrameFamily::Start2E, 88, &make<Canbus91Obj>},   // extends 88
-    {92, FrameFamily::Start2E, 88, &make<Canbus92Obj>},   // extends 88
+    {89, FrameFamily::Start2E, 88, &make<Canbus89Obj>},   // extends 88: its own climate layout and scales
+    {90, FrameFamily::Start2E, 88, &make<Canbus90Obj>},   // extends 88: its own climate layout and scales
+    {91, FrameFamily::Start2E, 88, &make<Canbus91Obj>},   // extends 88 as 90 does, with its own outdoor frame
+    {92, FrameFamily::Start2E, 88, &make<Canbus92Obj>},   // extends 88 as 91 does, with its own steering frame
     {93, FrameFamily::Start2E, 0, &make<Canbus93Obj>},
     {94, FrameFamily::Start2E, 0, &make<Canbus94Obj>},
     {95, FrameFamily::Start2E, 0, &make<Canbus95Obj>},
