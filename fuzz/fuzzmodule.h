@@ -142,7 +142,8 @@ public:
     // families a frame shorter than its length byte is sometimes sent on purpose. Some
     // boxes' firmware also takes a length byte that disagrees with the frame (a text
     // frame's length taken from another text): such a frame still starts right and
-    // carries the checksum of the bytes it has.
+    // carries the checksum of the bytes it has. And one 0x2E box opens its telephone
+    // page with a frame of the FD form that carries this family's checksum.
     QByteArray malformedSentFrame() const
     {
         const canbus::FrameFamily family = m_family;
@@ -158,7 +159,8 @@ public:
                 continue;
             QByteArray resummed = frame;
             canbus::writeChecksum(family, resummed);
-            if (frame.size() < start.size() + 3 || !frame.startsWith(start) || resummed != frame)
+            const bool fdPage = family == canbus::FrameFamily::Start2E && frame.startsWith(char(0xFD));
+            if (frame.size() < start.size() + 3 || !(frame.startsWith(start) || fdPage) || resummed != frame)
                 return frame;
         }
         return QByteArray();
