@@ -11,7 +11,8 @@
 # Usage: scripts/mutants.sh [--list FILE] [--keep] [WORD]
 #   --list FILE  the faults (default scripts/mutants.txt)
 #   --keep       keep the copy of the tree and its build (printed at the end)
-#   WORD         only the faults whose name or file contains WORD
+#   WORD         only the faults whose name or file contains WORD, or that name WORD
+#                among their suites (tst_driver60)
 # Exit code 0 when every fault chosen was caught, 1 otherwise, 2 on bad usage.
 set -euo pipefail
 root="$(cd "$(dirname "$0")/.." && pwd)"
@@ -22,7 +23,7 @@ while [ $# -gt 0 ]; do
     case "$1" in
         --list) [ $# -ge 2 ] || { echo "mutants.sh: --list wants a file" >&2; exit 2; }; list=$2; shift 2 ;;
         --keep) keep=1; shift ;;
-        -h|--help) sed -n '2,17p' "$0" | sed 's/^# \{0,1\}//'; exit 0 ;;
+        -h|--help) sed -n '2,/^[^#]/{/^#/s/^# \{0,1\}//p}' "$0"; exit 0 ;;
         -*) echo "mutants.sh: unknown option '$1' (try --help)" >&2; exit 2 ;;
         *) only=$1; shift ;;
     esac
@@ -38,7 +39,8 @@ flush() {
             echo "mutants.sh: the fault '$f_name' in $list lacks a file, from or tests line" >&2
             exit 2
         fi
-        if [ -z "$only" ] || [[ "$f_name" == *"$only"* ]] || [[ "$f_file" == *"$only"* ]]; then
+        if [ -z "$only" ] || [[ "$f_name" == *"$only"* ]] || [[ "$f_file" == *"$only"* ]] ||
+           [[ " $f_tests " == *" $only "* ]]; then
             names+=("$f_name") files+=("$f_file") froms+=("$f_from") tos+=("${f_to:-}") tests+=("$f_tests")
         fi
     fi
