@@ -67,8 +67,6 @@ private slots:
     void pages_data();
     void pages();
     void body();
-    void keys_data();
-    void keys();
     void responses_data();
     void responses();
 };
@@ -262,34 +260,6 @@ void TestDriver88::body()
     QCOMPARE(steering92.mid(0), (QList<QList<QVariant>>{{0, 1200, true}, {1, 1200, true}}));
 }
 
-void TestDriver88::keys_data()
-{
-    QTest::addColumn<int>("id");
-    QTest::addColumn<Frames>("frames");
-    QTest::addColumn<Ints>("codes");   // head-unit codes pressed and released, in order
-    QTest::addRow("2e011101") << 88 << Frames{frame(0x01, {17, 1})} << Ints{0x1100025};
-    QTest::addRow("2e011102") << 88 << Frames{frame(0x01, {17, 2})} << Ints{};
-    QTest::addRow("2e011400 then 2e010001") << 88 << Frames{frame(0x01, {20, 0}), frame(0x01, {0, 1})}
-                                            << Ints{0x110002E};
-    QTest::addRow("2e040a01") << 88 << Frames{frame(0x04, {10, 1})} << Ints{0x1200030};
-    QTest::addRow("2e040b01") << 88 << Frames{frame(0x04, {11, 1})} << Ints{0};   // unknown: number 0 still goes
-    QTest::addRow("92 2e011801") << 92 << Frames{frame(0x01, {24, 1})} << Ints{0x1300058};
-}
-
-void TestDriver88::keys()
-{
-    QFETCH(int, id);
-    QFETCH(Frames, frames);
-    QFETCH(Ints, codes);
-    DriverHarness h(id);
-    for (const QByteArray& f : frames)
-        h.feed(f);
-    QList<QPair<int, int>> expected;
-    for (int code : codes)
-        expected << qMakePair(h.driver()->toKkmapKey(code), 1) << qMakePair(h.driver()->toKkmapKey(code), 0);
-    QCOMPARE(h.keys(), expected);
-}
-
 void TestDriver88::responses_data()
 {
     QTest::addColumn<int>("id");
@@ -306,6 +276,23 @@ void TestDriver88::responses_data()
         };
     };
     auto press = [](int code) { return Frames{frame(0x95, {code, 1}), frame(0x95, {code, 0})}; };
+    // Keys: head-unit codes each pressed and released, in order.
+    auto keys = [](const Frames& frames, const Ints& codes) -> Action {
+        return [=](DriverHarness& h) {
+            for (const QByteArray& f : frames)
+                h.feed(f);
+            Ints expected;
+            for (int code : codes)
+                expected << h.driver()->toKkmapKey(code) << 1 << h.driver()->toKkmapKey(code) << 0;
+            QCOMPARE(h.keyEvents(), expected);
+        };
+    };
+    row("2e011101", keys({frame(0x01, {17, 1})}, {0x1100025}), {});
+    row("2e011102", keys({frame(0x01, {17, 2})}, {}), {});
+    row("2e011400 then 2e010001", keys({frame(0x01, {20, 0}), frame(0x01, {0, 1})}, {0x110002E}), {});
+    row("2e040a01", keys({frame(0x04, {10, 1})}, {0x1200030}), {});
+    row("2e040b01", keys({frame(0x04, {11, 1})}, {0}), {});   // unknown: number 0 still goes
+    row("92 2e011801", keys({frame(0x01, {24, 1})}, {0x1300058}), {}, 92);
     row("AirOnOff while on", command("AirOnOff", "", false, 1), press(16));
     row("AirOnOff while off", command("AirOnOff", ""), press(9));
     row("AirWindSpeedAddSubFront 1", command("AirWindSpeedAddSubFront", "1"), press(29));
