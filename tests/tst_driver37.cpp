@@ -167,6 +167,7 @@ void TestDriver37::keys_data()
             << call << reverse << frames << keys << sent;
     };
     // A release (0) goes to the last key, also across the wheel and the panel.
+    row(false, false, {frame(0x01, {8, 1}), frame(0x01, {0, 0})}, {{0x1100025, 1}, {0x1100025, 0}}, {});
     row(false, false, {frame(0x01, {1, 1}), frame(0x02, {0, 0})}, {{0x1100025, 1}, {0x1200030, 0}}, {});
     row(false, false, {frame(0x01, {6, 1})}, {{0x1300055, 1}}, {});
     row(true, false, {frame(0x01, {7, 1})}, {{0x1300059, 1}}, {});
