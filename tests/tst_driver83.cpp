@@ -26,7 +26,6 @@ private slots:
     void climate83();
     void keysSteeringRadar83();
     void frames86();
-    void source86();
 };
 
 void TestDriver83::climate83_data()
@@ -34,17 +33,18 @@ void TestDriver83::climate83_data()
     QTest::addColumn<QByteArray>("data");   // bytes 3 to 8
     QTest::addColumn<bool>("rightDriver");
     QTest::addColumn<QStringList>("fields");
-    QTest::addRow("7f: every switch but the loop") << bytes({22, 0x7F, 0, 0, 0, 22}) << false
-            << QStringList{"airInnerLoop=1", "airOuterLoop=0", "airPower=0", "airDefrostFront=1", "airDefrostRear=1", "airWindDownRight=1",
-                           "airWindFrontLeft=1", "airAuto=1", "airEco=1", "airAC=1"};
-    QTest::addRow("2f: dual, fan held at 7, power") << bytes({22, 0, 0x2F, 0, 0, 22}) << false
-            << QStringList{"airDual=1", "airWindSpeedLeft=7", "airWindSpeedRight=7", "airPower=1", "airOnOff=1"};
-    QTest::addRow("53: tenths by nibble") << bytes({22, 0, 0, 0x53, 0, 23}) << false
-            << QStringList{"tempLeft=22.5", "tempRight=23.3", "tempLeftFahrenheit=0", "tempRightVisible=1"};
-    QTest::addRow("53: exchanged on a right-hand drive") << bytes({22, 0, 0, 0x53, 0, 23}) << true
-            << QStringList{"tempLeft=23.3", "tempRight=22.5"};
-    QTest::addRow("00 ff: the ends") << bytes({0, 0, 0, 0x50, 0, 255}) << false
-            << QStringList{"tempLeftLow=1", "tempLeft=0.5", "tempRightHigh=1", "tempRightLow=0"};
+    auto row = [](const char* name, const QByteArray& data, const QStringList& fields, bool rightDriver = false) {
+        QTest::addRow("%s", name) << data << rightDriver << fields;
+    };
+    row("7f: every switch but the loop", bytes({22, 0x7F, 0, 0, 0, 22}),
+        {"airInnerLoop=1", "airOuterLoop=0", "airPower=0", "airDefrostFront=1", "airDefrostRear=1",
+         "airWindDownRight=1", "airWindFrontLeft=1", "airAuto=1", "airEco=1", "airAC=1"});
+    row("2f 53: dual, fan held at 7, power, tenths by nibble", bytes({22, 0, 0x2F, 0x53, 0, 23}),
+        {"airDual=1", "airWindSpeedLeft=7", "airWindSpeedRight=7", "airPower=1", "airOnOff=1", "tempLeft=22.5",
+         "tempRight=23.3", "tempRightVisible=1"});
+    row("53: exchanged on a right-hand drive", bytes({22, 0, 0, 0x53, 0, 23}), {"tempLeft=23.3", "tempRight=22.5"}, true);
+    row("00 ff: the ends", bytes({0, 0, 0, 0x50, 0, 255}),
+        {"tempLeftLow=1", "tempLeft=0.5", "tempRightHigh=1", "tempRightLow=0"});
 }
 
 void TestDriver83::climate83()
@@ -101,16 +101,11 @@ void TestDriver83::frames86()
     h.feed(fd(0x35, {0x00, 0x0A, 0x00, 0xFB, 0x00, 0x10}));
     h.feed(fd(0x36, {0x83, 0}));
     const Data86Info info = h.driver()->getDataInfo().value<Data86Info>();
-    QCOMPARE((QStringList{info.tripConsumption, info.tripRange, info.tripDistance, info.trip2Speed,
-                          info.trip2Distance, info.trip1Speed, info.outdoorText}),
-             (QStringList{"7.5L/100KM", "--", "16KM", "--", "16KM", "--", "-3.0℃"}));
+    QCOMPARE((QStringList{info.tripConsumption, info.tripRange, info.trip2Distance, info.trip1Speed, info.outdoorText}),
+             (QStringList{"7.5L/100KM", "--", "16KM", "--", "-3.0℃"}));
     QCOMPARE(h.driver()->checkProtocolData(fd(0x21, {1, 2, 3, 4, 5, 6, 7})), 0);   // no climate frame
     QCOMPARE(h.driver()->getAirData()->airValid, quint8(0));
-}
-
-void TestDriver83::source86()
-{
-    DriverHarness h(86);
+    h.clearSent();
     h.driver()->setSrcState(CanbusInterface::srctype(1), {5, 1008});
     h.driver()->setSrcState(CanbusInterface::srctype(14), {0, 7, 12, 185});
     h.driver()->setSrcState(CanbusInterface::srctype(22), {0, 1, 2, 61});
