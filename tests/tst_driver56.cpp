@@ -165,6 +165,7 @@ void TestDriver56::keys_data()
     // A release (0) repeats the last number; state 2 is a press, 3 a release.
     row({frame(0x20, {3, 1}), frame(0x20, {0, 0})}, {key(0x110002E, 1), key(0x110002E, 0)});
     row({frame(0x20, {7, 2}), frame(0x20, {7, 3})}, {key(0x1200027, 1), key(0x1200027, 0)});
+    row({frame(0x20, {18, 1})}, {key(0, 1)});   // no such key: the device still hears it
     // All sources share the last number, each with its own table.
     row({frame(0x20, {1, 1}), frame(0x27, {0, 0})}, {key(0x1100025, 1), key(0x110002F, 0)});
     row({frame(0x29, {1, 4, 1})}, {key(0x110002E, 1)});

@@ -132,6 +132,7 @@ void TestDriver64::keys_data()
     row(false, {frame(0x20, {5, 3})}, {{149, 0}});
     row(false, {frame(0x20, {3, 2})}, {{233, 1}});
     row(true, {frame(0x20, {3, 1})}, {{351, 1}});
+    row(false, {frame(0x20, {11, 1})}, {{0, 1}});   // no such key: the device still hears it
     // Held buttons act on release, by how they were pressed, with their codes as they are.
     row(false, {frame(0x20, {29, 2}), frame(0x20, {29, 0})}, {{0x1400015, 1}, {0x1400015, 0}});
     // A short press gives the short code; the release clears it, so a second one sends nothing.
