@@ -287,6 +287,7 @@ void TestDriver67::reports_data()
     };
     row("clock 24 h", clock(true, 15), {hex("fd0706070f010024")});
     row("clock 12 h, 15", clock(false, 15), {fd(0x06, {7, 3, 0})});
+    row("clock 12 h, 12", clock(false, 12), {fd(0x06, {7, 12, 0})});   // noon stays 12
     auto source = [](int type, const QVariantList& items) -> Action {
         return [=](DriverHarness& h) { h.driver()->setSrcState(CanbusInterface::srctype(type), items); };
     };
