@@ -293,6 +293,7 @@ void TestDriver67::reports_data()
     };
     row("radio AM1 1530", source(1, {5, 1530}), {fd(0x09, {9, 3, 15, 30})});
     row("radio band 7", source(1, {7, 1530}), {fd(0x09, {2, 0, 15, 30})});
+    row("radio one item", source(1, {3}), {});
     row("media 14", source(14, {0, 0x0102, 9, 3725, 4000}), {fd(0x09, {21, 1, 2, 1, 2, 5})});
     row("phone calling", source(24, {3}), {fd(0x09, {0x0E, 2})});
     auto variant = [](int model) -> Action {
