@@ -165,7 +165,7 @@ void TestDriver56::keys_data()
     // A release (0) repeats the last number; state 2 is a press, 3 a release.
     row({frame(0x20, {3, 1}), frame(0x20, {0, 0})}, {key(0x110002E, 1), key(0x110002E, 0)});
     row({frame(0x20, {7, 2}), frame(0x20, {7, 3})}, {key(0x1200027, 1), key(0x1200027, 0)});
-    row({frame(0x20, {18, 1})}, {key(0, 1)});
+    row({frame(0x20, {18, 1})}, {key(0, 1)});   // no such key: the device still hears it
     // All sources share the last number, each with its own table.
     row({frame(0x20, {1, 1}), frame(0x27, {0, 0})}, {key(0x1100025, 1), key(0x110002F, 0)});
     row({frame(0x29, {1, 4, 1})}, {key(0x110002E, 1)});
@@ -177,7 +177,6 @@ void TestDriver56::keys_data()
     row({frame(0x29, {2, 3})}, tap(0x1100025, 3));
     row({frame(0x29, {2, 254})}, tap(0x1100024, 2));
     row({frame(0x29, {2, 4})}, {});
-    row({frame(0x29, {2})}, {});
 }
 
 void TestDriver56::keys()
@@ -220,7 +219,6 @@ void TestDriver56::records_data()
     }, "1 1 1 1 1 1 1");
     auto warning = [=](const DriverHarness& h) { return ints({body(h)->bodyWarning36, info(h).body.bodyBit1}); };
     row({frame(0x41, {0x01, 0x64})}, warning, "1 0");
-    row({frame(0x41, {0x01, 0x01})}, warning, "0 1");
     row({frame(0x41, {0x02, 0xFF, 0xF6, 0x01, 0x02, 0x03})}, [](const DriverHarness& h) {
         return h.driver()->getAirData()->outdoorTemp + info(h).body.outdoorText + info(h).body.rangeText;
     }, QString::fromUtf8("-1\u2103-1\u210366051Km"));
@@ -233,8 +231,6 @@ void TestDriver56::records_data()
         [](const DriverHarness& h) { return ints({info(h).body.airExtraFlag, info(h).body.airExtraMode}); }, "1 2");
     auto units = [](const DriverHarness& h) { return info(h).mileage.speedTextB + info(h).mileage.consumptionTextB; };
     row({frame(0x7D, {3, 0x10, 0x27, 0x20, 0x4E, 1}), frame(0x7D, {7, 0x0F, 0, 0x1E, 0, 3})}, units, "200MPH3MPG(US)");
-    // Shorter frames: kilometres; the consumption needs the unit's place.
-    row({frame(0x7D, {3, 0x10, 0x27, 0x20, 0x4E}), frame(0x7D, {7, 0x0F, 0, 0x1E})}, units, "200KM/H");
     row({frame(0x7D, {16, 0x85, 0xE4, 50, 0xFF, 0})}, [](const DriverHarness& h) {
         const canbus::TripComputerRecord m = info(h).mileage;
         return ints({m.levelA, m.levelB, m.levelC, m.levelD, m.levelE});
@@ -276,7 +272,6 @@ void TestDriver56::outbound_data()
     };
     QTest::addRow("24h 13:05") << clock(true, 13, false) << Frames{hex("2ec506 00 18 03 09 0d 05 fe")};
     QTest::addRow("12h 00:05 date") << clock(false, 0, true) << Frames{frame(0xC5, {1, 0x18, 3, 9, 12, 5})};
-    QTest::addRow("12h 15:05") << clock(false, 15, false) << Frames{frame(0xC5, {1, 0x18, 3, 9, 3, 5})};
     auto source = [](int type, const QVariantList& items) -> Action {
         return [=](DriverHarness& h) { h.driver()->setSrcState(CanbusInterface::srctype(type), items); };
     };
@@ -290,12 +285,10 @@ void TestDriver56::outbound_data()
         << Frames{frame(0xC0, {1, 1}), frame(0xC2, {2, 0x7A, 0x26, 0}), text(3, "98.5MHZ")};
     QTest::addRow("radio AM1") << source(1, {5, 1602})
         << Frames{frame(0xC0, {1, 1}), frame(0xC2, {0x10, 0x42, 0x06, 0}), text(4, "1602KHZ")};
-    QTest::addRow("radio one item") << source(1, {5}) << Frames{};
     QTest::addRow("media 17") << source(17, {0, 0x0102, 0x0304, 3725, 0, QString(40, 'a')})
         << Frames{frame(0xC0, {9, 0x11}), frame(0xC3, {4, 3, 2, 1, 2, 5}), text(10, QByteArray(33, 'a'))};
     QTest::addRow("phone 3") << source(24, {3, QString::fromUtf8("\xc3\xa9"), "1"})
                              << Frames{frame(0xC0, {5, 0x40}), frame(0xC6, {4, 1, 0xC3, 0xA9})};
-    QTest::addRow("source 2") << source(2, {1, 2}) << Frames{};
     auto language = [](const char* name, int stored) -> Action {
         return [=](DriverHarness& h) {
             driver(h)->languageChanged(name);
@@ -303,7 +296,6 @@ void TestDriver56::outbound_data()
         };
     };
     QTest::addRow("language en") << language("en", 1) << Frames{hex("2ec703010100 33")};
-    QTest::addRow("language ja") << language("ja", 0) << Frames{};
     QTest::addRow("variant 0") << Action([](DriverHarness& h) { driver(h)->exitSelectSlot(); }) << Frames{};
     QTest::addRow("variant 7") << Action([](DriverHarness& h) {
         DataSaveControl::saveSettingData("CanbusCAR", 7, QString());
