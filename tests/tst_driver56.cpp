@@ -50,6 +50,8 @@ private slots:
     void connection();
     void climateAndSignals_data();
     void climateAndSignals();
+    void steeringSide_data();
+    void steeringSide();
     void keys_data();
     void keys();
     void records_data();
@@ -153,6 +155,27 @@ void TestDriver56::climateAndSignals()
     h.driver()->setInReverse(true);
     QCOMPARE(signalsOf(h, frames), told);
     compareFields(*h.driver()->getAirData(), expected);
+}
+
+// Bit 15 of the little-endian word says the wheel is turned to the positive side.
+void TestDriver56::steeringSide_data()
+{
+    QTest::addColumn<QByteArray>("word");
+    QTest::addColumn<int>("angle");
+    QTest::addRow("05 81 positive") << QByteArray("\x05\x81", 2) << 0x105;
+    QTest::addRow("05 01 negative") << QByteArray("\x05\x01", 2) << -0x105;
+}
+
+void TestDriver56::steeringSide()
+{
+    QFETCH(QByteArray, word);
+    QFETCH(int, angle);
+    DriverHarness h(kId);
+    QSignalSpy spy(h.driver(), SIGNAL(trajectoryDataChanged(int,int,bool)));
+    h.feed(frame(0x26, word + QByteArray(1, 0)));
+    QCOMPARE(spy.count(), 1);
+    QCOMPARE(spy.at(0).at(0).toInt(), angle);
+    QCOMPARE(spy.at(0).at(1).toInt(), 540);
 }
 
 void TestDriver56::keys_data()
