@@ -200,7 +200,7 @@ private slots:
         row("AirWindSpeedAddSubFront 1", command("AirWindSpeedAddSubFront", "1"), {frame(0xC7, {0, 2, 0, 0, 0, 0}), release});
         row("AirWindDownFront", command("AirWindDownFront", ""), {frame(0xC7, {0, 0, 8, 0, 0, 0}), release});
         row("SeatHotLeft", command("SeatHotLeft", "1"), {});
-        // The vehicle model, counted from 0 by the box, clamped to 10 when stored.
+        // The vehicle model, counted from 0 by the box, clamped to 10 when stored: 25 goes out as 9.
         auto stored = [](int model) -> Action {
             return [=](DriverHarness& h) {
                 DataSaveControl::saveSettingData("CanbusCAR", model, {});
@@ -211,7 +211,6 @@ private slots:
             };
         };
         row("model 0", stored(0), {});
-        row("model 3", stored(3), {frame(0x85, {2})});
         row("model 25", stored(25), {frame(0x85, {9})});
         row("clock without a 12-hour mark", [](DriverHarness& h) {
             DataSaveControl::saveSettingData("Time24hFormat", false, {});
