@@ -50,10 +50,11 @@ private slots:
                            "outdoorText=0.3℃"};
         QTest::addRow("fd5f008000") << climate(95, 0, 0x80, 0) << QStringList{"outdoorTemp=-5.0℃", "airOnOff=0"};
         // Each mode bit set once, and the loop both ways.
-        QTest::addRow("fd14240000") << climate(20, 0x24, 0, 0)
-            << QStringList{"airAC=0", "airAuto=1", "airDefrostRear=1", "airOuterLoop=1"};
-        QTest::addRow("fd14d90000") << climate(20, 0xD9, 0, 0) << QStringList{"airInnerLoop=1", "airOuterLoop=0",
-                                        "airWindFrontRight=1", "airWindDownLeft=1", "airDefrostFront=1", "airAC=1"};
+        QTest::addRow("fd14340000") << climate(20, 0x34, 0, 0) << QStringList{"airAC=0", "airAuto=1",
+                                        "airDefrostRear=1", "airOuterLoop=1", "airWindDownLeft=1", "airWindFrontLeft=0"};
+        QTest::addRow("fd14c90000") << climate(20, 0xC9, 0, 0) << QStringList{"airInnerLoop=1", "airOuterLoop=0",
+                                        "airWindFrontLeft=1", "airWindFrontRight=1", "airWindDownRight=0",
+                                        "airDefrostFront=1", "airAC=1"};
         QTest::addRow("fc0a3201..ff3219") << typed(0x32, {1, 0, 0xFF, 0x32, 0x19, 0x18, 0}) << QStringList{
             "radarLevels=10", "radarRearLeft=10", "radarRearLeftMid=2", "radarRearRightMid=1", "radarOn=1"};
         QTest::addRow("fc0a320004..") << typed(0x32, {0, 4, 0, 3, 0x19, 0, 0}) << QStringList{
