@@ -78,8 +78,6 @@ class TestBoxLink : public QObject
     Q_OBJECT
 private slots:
     void initTestCase();
-    void startupOpensPortAndConnects();
-    void noProtocolKeepsPortClosed();
     void reassembly_data();
     void reassembly();
     void ackReachesBoxBeforeFrameIsActedOn();
@@ -95,28 +93,6 @@ void TestBoxLink::initTestCase()
     PtyPair probe;
     if (!probe.isOpen())
         QSKIP("no pseudo-terminals on this machine");
-}
-
-void TestBoxLink::startupOpensPortAndConnects()
-{
-    PtyPair box;
-    RecordingDriverScope recording(42);
-    Link link(box, 42);
-    QSerialPort* port = link.impl()->port();
-    QVERIFY(port->isOpen());
-    QCOMPARE(port->baudRate(), 38400);
-    QVERIFY(box.slavePath().endsWith(port->portName()));
-    QCOMPARE(box.read(kConnect.size()), kConnect);
-}
-
-void TestBoxLink::noProtocolKeepsPortClosed()
-{
-    PtyPair box;
-    Link link(box, 0);
-    QVERIFY(!link.impl()->port()->isOpen());
-    link.impl()->onCheckCanbusData(hex("2e8101017c"));
-    QVERIFY(link.buffer().isEmpty());
-    QVERIFY(box.drain(50).isEmpty());
 }
 
 // Bytes in separate reads: what the driver gets and what the box is answered.
