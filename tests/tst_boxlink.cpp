@@ -10,6 +10,7 @@
 #include "canbusmoduleimpl.h"
 #include "canobj.h"
 #include "datasavecontrol.h"
+#include "framebuilders.h"
 #include "framefamily.h"
 #include "modulemanager.h"
 #include "platform.h"
@@ -18,6 +19,7 @@
 
 using canbus::buildFrame;
 using canbus::FrameFamily;
+using testframes::hex;
 
 namespace {
 
@@ -53,11 +55,6 @@ public:
 QByteArray withoutConnectFrames(QByteArray bytes)
 {
     return bytes.replace(kConnect, QByteArray());
-}
-
-QByteArray hex(const char* text)
-{
-    return QByteArray::fromHex(text);
 }
 
 } // namespace
