@@ -10,6 +10,7 @@
 #include "canbusmoduleimpl.h"
 #include "canobj.h"
 #include "datasavecontrol.h"
+#include "framebuilders.h"
 #include "framefamily.h"
 #include "modulemanager.h"
 #include "platform.h"
@@ -18,6 +19,7 @@
 
 using canbus::buildFrame;
 using canbus::FrameFamily;
+using testframes::hex;
 
 namespace {
 
@@ -55,26 +57,26 @@ QByteArray withoutConnectFrames(QByteArray bytes)
     return bytes.replace(kConnect, QByteArray());
 }
 
-QByteArray hex(const char* text)
-{
-    return QByteArray::fromHex(text);
-}
-
 } // namespace
+
+// A link on a box of the 0x2E form that has taken the connect frame.
+struct Box42
+{
+    Box42() { box.read(kConnect.size()); }
+    QList<QByteArray>& frames() { return recording.driver()->frames; }
+
+    PtyPair box;
+    RecordingDriverScope recording{42};
+    Link link{box, 42};
+};
 
 class TestBoxLink : public QObject
 {
     Q_OBJECT
 private slots:
     void initTestCase();
-    void startupOpensPortAndConnects();
-    void noProtocolKeepsPortClosed();
-    void twoFramesInOneRead();
-    void frameSplitInThreeReads();
-    void freshFrameReplacesUnfinishedOne();
-    void junkBeforeFrameInOneReadIsDropped();
-    void junkThenPartialFrameRecovers();
-    void badChecksumIsRefused();
+    void reassembly_data();
+    void reassembly();
     void ackReachesBoxBeforeFrameIsActedOn();
     void sixByteAckForAa55();
     void nothingBeforeAllModulesReady();
@@ -90,145 +92,59 @@ void TestBoxLink::initTestCase()
         QSKIP("no pseudo-terminals on this machine");
 }
 
-void TestBoxLink::startupOpensPortAndConnects()
+// Bytes in separate reads: what the driver gets and what the box is answered.
+void TestBoxLink::reassembly_data()
 {
-    PtyPair box;
-    RecordingDriverScope recording(42);
-    Link link(box, 42);
-    QSerialPort* port = link.impl()->port();
-    QVERIFY(port->isOpen());
-    QCOMPARE(port->baudRate(), 38400);
-    QVERIFY(box.slavePath().endsWith(port->portName()));
-    QCOMPARE(box.read(kConnect.size()), kConnect);
-}
-
-void TestBoxLink::noProtocolKeepsPortClosed()
-{
-    PtyPair box;
-    Link link(box, 0);
-    QVERIFY(!link.impl()->port()->isOpen());
-    QCOMPARE(CanObj::id(), 0);
-    link.impl()->onCheckCanbusData(hex("2e8101017c"));
-    QVERIFY(link.buffer().isEmpty());
-    QVERIFY(box.drain(50).isEmpty());
-}
-
-void TestBoxLink::twoFramesInOneRead()
-{
-    PtyPair box;
-    RecordingDriverScope recording(42);
-    Link link(box, 42);
-    box.read(kConnect.size());
-    const QByteArray a = buildFrame(FrameFamily::Start2E, 0x21, {0x01, 0x02});
+    QTest::addColumn<QByteArray>("leftover");   // already in the buffer
+    QTest::addColumn<QList<QByteArray>>("reads");
+    QTest::addColumn<QList<QByteArray>>("frames");
+    QTest::addColumn<QByteArray>("answers");
+    const QByteArray a = buildFrame(FrameFamily::Start2E, 0x21, {0x10, 0x20, 0x30, 0x40});
     const QByteArray b = buildFrame(FrameFamily::Start2E, 0x24, {0x05});
-    box.write(a + b);
-    QTRY_COMPARE(recording.driver()->frames.size(), 2);
-    QCOMPARE(recording.driver()->frames.at(0), a);
-    QCOMPARE(recording.driver()->frames.at(1), b);
-    // One acknowledgement, for the first frame only.
-    QCOMPARE(withoutConnectFrames(box.drain(100)), hex("ff"));
-    QVERIFY(link.buffer().isEmpty());
-}
-
-void TestBoxLink::frameSplitInThreeReads()
-{
-    PtyPair box;
-    RecordingDriverScope recording(42);
-    Link link(box, 42);
-    box.read(kConnect.size());
-    const QByteArray frame = buildFrame(FrameFamily::Start2E, 0x21, {0x10, 0x20, 0x30, 0x40});
-    box.write(frame.left(2));
-    box.drain(60);
-    QCOMPARE(link.buffer(), frame.left(2));
-    box.write(frame.mid(2, 3));
-    QCOMPARE(withoutConnectFrames(box.drain(60)), QByteArray());
-    QCOMPARE(link.buffer(), frame.left(5));
-    QVERIFY(recording.driver()->frames.isEmpty());
-    box.write(frame.mid(5));
-    QTRY_COMPARE(recording.driver()->frames.size(), 1);
-    QCOMPARE(recording.driver()->frames.at(0), frame);
-    QCOMPARE(withoutConnectFrames(box.drain(100)), hex("ff"));
-    QVERIFY(link.buffer().isEmpty());
-}
-
-void TestBoxLink::freshFrameReplacesUnfinishedOne()
-{
-    PtyPair box;
-    RecordingDriverScope recording(42);
-    Link link(box, 42);
-    box.read(kConnect.size());
-    const QByteArray unfinished = buildFrame(FrameFamily::Start2E, 0x21, {1, 2, 3}).left(4);
-    const QByteArray whole = buildFrame(FrameFamily::Start2E, 0x24, {0x01});
-    box.write(unfinished);
-    box.drain(60);
-    box.write(whole);
-    QTRY_COMPARE(recording.driver()->frames.size(), 1);
-    QCOMPARE(recording.driver()->frames.at(0), whole);
-    QVERIFY(link.buffer().isEmpty());
-}
-
-void TestBoxLink::junkBeforeFrameInOneReadIsDropped()
-{
-    PtyPair box;
-    RecordingDriverScope recording(42);
-    Link link(box, 42);
-    box.read(kConnect.size());
-    box.write(hex("0102") + buildFrame(FrameFamily::Start2E, 0x21, {0x01}));
-    QCOMPARE(withoutConnectFrames(box.drain(150)), QByteArray());
-    QVERIFY(recording.driver()->frames.isEmpty());
-    QVERIFY(link.buffer().isEmpty());
-    // The next clean frame gets through.
-    const QByteArray next = buildFrame(FrameFamily::Start2E, 0x21, {0x02});
-    box.write(next);
-    QTRY_COMPARE(recording.driver()->frames.size(), 1);
-    QCOMPARE(recording.driver()->frames.at(0), next);
-}
-
-void TestBoxLink::junkThenPartialFrameRecovers()
-{
-    PtyPair box;
-    RecordingDriverScope recording(42);
-    Link link(box, 42);
-    box.read(kConnect.size());
-    link.buffer() = hex("0506");   // junk left in the buffer
-    const QByteArray frame = buildFrame(FrameFamily::Start2E, 0x22, {0x07, 0x08});
-    box.write(frame.left(3));
-    box.drain(60);
-    QCOMPARE(link.buffer(), frame.left(3));
-    box.write(frame.mid(3));
-    QTRY_COMPARE(recording.driver()->frames.size(), 1);
-    QCOMPARE(recording.driver()->frames.at(0), frame);
-}
-
-void TestBoxLink::badChecksumIsRefused()
-{
-    PtyPair box;
-    RecordingDriverScope recording(42);
-    Link link(box, 42);
-    box.read(kConnect.size());
     QByteArray bad = buildFrame(FrameFamily::Start2E, 0x21, {0x01, 0x02});
     bad[bad.size() - 1] = char(bad.at(bad.size() - 1) ^ 0x55);
-    box.write(bad);
-    QCOMPARE(withoutConnectFrames(box.read(1, 500)), hex("f0"));
-    QVERIFY(recording.driver()->frames.isEmpty());
-    QVERIFY(link.buffer().isEmpty());
+    using L = QList<QByteArray>;
+    // Only the first frame of a read is acknowledged.
+    QTest::addRow("two frames in one read") << QByteArray() << L{a + b} << L{a, b} << hex("ff");
+    QTest::addRow("split 2+3+rest") << QByteArray() << L{a.left(2), a.mid(2, 3), a.mid(5)} << L{a} << hex("ff");
+    QTest::addRow("fresh frame replaces an unfinished one") << QByteArray() << L{a.left(4), b} << L{b} << hex("ff");
+    // Junk at the front of a read takes the whole read with it.
+    QTest::addRow("0102 before a frame") << QByteArray() << L{hex("0102") + b, a} << L{a} << hex("ff");
+    QTest::addRow("0506 left, frame in two") << hex("0506") << L{a.left(3), a.mid(3)} << L{a} << hex("ff");
+    QTest::addRow("bad checksum") << QByteArray() << L{bad} << L{} << hex("f0");
+}
+
+void TestBoxLink::reassembly()
+{
+    QFETCH(QByteArray, leftover);
+    QFETCH(QList<QByteArray>, reads);
+    QFETCH(QList<QByteArray>, frames);
+    QFETCH(QByteArray, answers);
+    Box42 t;
+    t.link.buffer() = leftover;
+    QByteArray wire;
+    for (const QByteArray& read : reads) {
+        t.box.write(read);
+        wire += t.box.drain(80);
+    }
+    QTRY_COMPARE(t.frames().size(), frames.size());
+    QCOMPARE(t.frames(), frames);
+    QCOMPARE(withoutConnectFrames(wire + t.box.drain(100)).toHex(), answers.toHex());
+    QVERIFY(t.link.buffer().isEmpty());
 }
 
 void TestBoxLink::ackReachesBoxBeforeFrameIsActedOn()
 {
-    PtyPair box;
-    RecordingDriverScope recording(42);
-    Link link(box, 42);
-    box.read(kConnect.size());
+    Box42 t;
     QByteArray seenByBoxDuringParse;
-    recording.driver()->onFrame = [&](const QByteArray&) {
+    t.recording.driver()->onFrame = [&](const QByteArray&) {
         char chunk[64];
-        const ssize_t n = ::read(box.masterFd(), chunk, sizeof chunk);
+        const ssize_t n = ::read(t.box.masterFd(), chunk, sizeof chunk);
         if (n > 0)
             seenByBoxDuringParse.append(chunk, int(n));
     };
-    box.write(buildFrame(FrameFamily::Start2E, 0x21, {0x01}));
-    QTRY_COMPARE(recording.driver()->frames.size(), 1);
+    t.box.write(buildFrame(FrameFamily::Start2E, 0x21, {0x01}));
+    QTRY_COMPARE(t.frames().size(), 1);
     QVERIFY(withoutConnectFrames(seenByBoxDuringParse).startsWith(hex("ff")));
 }
 
@@ -268,27 +184,19 @@ void TestBoxLink::nothingBeforeAllModulesReady()
 
 void TestBoxLink::driverSendsFromInsideTheParse()
 {
-    PtyPair box;
-    RecordingDriverScope recording(42);
-    Link link(box, 42);
-    box.read(kConnect.size());
+    Box42 t;
     const QByteArray answer = buildFrame(FrameFamily::Start2E, 0xC6, {0x01, 0x01});
-    recording.driver()->onFrame = [&](const QByteArray&) {
-        emit recording.driver()->sendDataToCan(answer);
-    };
-    box.write(buildFrame(FrameFamily::Start2E, 0x21, {0x01}));
-    QCOMPARE(withoutConnectFrames(box.read(1 + answer.size(), 1000)), hex("ff") + answer);
+    t.recording.driver()->onFrame = [&](const QByteArray&) { emit t.recording.driver()->sendDataToCan(answer); };
+    t.box.write(buildFrame(FrameFamily::Start2E, 0x21, {0x01}));
+    QCOMPARE(withoutConnectFrames(t.box.read(1 + answer.size(), 1000)), hex("ff") + answer);
 }
 
 void TestBoxLink::rawFrameFromFacadeReachesBox()
 {
-    PtyPair box;
-    RecordingDriverScope recording(42);
-    Link link(box, 42);
-    box.read(kConnect.size());
+    Box42 t;
     const QByteArray raw = hex("2e9002300040");
-    link.facade.sendCanbusData(raw);
-    QCOMPARE(withoutConnectFrames(box.read(raw.size(), 1000)), raw);
+    t.link.facade.sendCanbusData(raw);
+    QCOMPARE(withoutConnectFrames(t.box.read(raw.size(), 1000)), raw);
 }
 
 void TestBoxLink::productionTestCountsEchoes()
