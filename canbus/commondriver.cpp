@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "common/temperature.h"
+#include "common/vehiclemodel.h"
 
 using namespace canbus;
 
@@ -180,6 +181,12 @@ void CommonDriver::CallSelectSlot()
 void CommonDriver::exitSelectSlot() {}
 
 void CommonDriver::setTcanBussend(int, int, int, int, int) {}
+
+void CommonDriver::startExitSelectTimer(int intervalMs)
+{
+    if (!exitSelectTimer)
+        exitSelectTimer = canbus::startRepeatingTimer(this, intervalMs, &CommonDriver::exitSelectSlot);
+}
 
 void CommonDriver::startAirOffTimer(int ms)
 {

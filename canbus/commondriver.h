@@ -12,6 +12,8 @@
 #include "common/keytable.h"
 #include "framereader.h"
 
+class QTimer;
+
 class CommonDriver : public CanbusInterface
 {
     Q_OBJECT
@@ -71,6 +73,12 @@ protected:
         airData->tempLeftVisible = 1;
         airData->tempRightVisible = 1;
     }
+
+    // The repeating timer that calls exitSelectSlot for the driver's life, through which
+    // most drivers keep telling the box the vehicle model. Made once, however often the
+    // driver starts again.
+    void startExitSelectTimer(int intervalMs);
+    QTimer* exitSelectTimer = nullptr;
 
     // One-shot timer whose end tells the panel about a climate that is still off; a
     // running one starts again.

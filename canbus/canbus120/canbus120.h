@@ -40,7 +40,6 @@ private:
     // A whole key stroke, down and up, of a head-unit key code; code 0 sends nothing.
     void tapKey(int code, int times = 1);
 
-    QTimer* exitSelectTimer = nullptr;
     QTimer* callSelectTimer = nullptr;
     int volumeCounter = 0;   // each knob's last running counter
     int tuneCounter = 0;

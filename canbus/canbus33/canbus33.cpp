@@ -135,8 +135,7 @@ void Canbus33Obj::initData()
     airData->airShowFlag = 1;
     airData->seat.seatHotVisible = 1;
     info()->body.carModel = quint8(canbus::storedCarModel(kHighestCarModel));
-    if (!exitSelectTimer)
-        exitSelectTimer = canbus::startRepeatingTimer(this, kModelReportMs, &Canbus33Obj::exitSelectSlot);
+    startExitSelectTimer(kModelReportMs);
 }
 
 int Canbus33Obj::carModel() const

@@ -15,7 +15,6 @@
 #include "recorddriver.h"
 
 class FrameReader;
-class QTimer;
 
 class Canbus33Obj : public RecordDriver<Data33Info>
 {
@@ -88,5 +87,4 @@ private:
     void pressClimateButton(canbus::ClimateButton button);
 
     canbus::PayloadCache airFrameCache;   // data bytes of the last frame 0x10
-    QTimer* exitSelectTimer = nullptr;
 };

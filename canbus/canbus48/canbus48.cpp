@@ -52,8 +52,7 @@ void Canbus48Obj::initData()
 {
     RecordDriver::initData();
     canbus::connectBluetoothCalls(this);
-    if (!exitSelectTimer)
-        exitSelectTimer = canbus::startRepeatingTimer(this, kModelReportMs, &Canbus48Obj::exitSelectSlot);
+    startExitSelectTimer(kModelReportMs);
     info()->wind.carModel = quint8(canbus::storedCarModel(kHighestCarModel));
     showClimateControls(kClimateControls);
     airData->airShowFlag = 1;

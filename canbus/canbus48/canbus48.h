@@ -15,7 +15,6 @@
 #include "recorddriver.h"
 
 class FrameReader;
-class QTimer;
 
 class Canbus48Obj : public RecordDriver<Data48Info>
 {
@@ -71,6 +70,5 @@ private:
 
     int lastKeyState = 0;                 // 1 short, 2 long: the state of the last press
     canbus::PayloadCache airFrameCache;   // data bytes of the last frame 0x21
-    QTimer* exitSelectTimer = nullptr;
     canbus::KnownDate knownDate = canbus::KnownDate::today();
 };

@@ -57,8 +57,7 @@ void Canbus49Obj::initData()
 {
     RecordDriver::initData();
     canbus::connectBluetoothCalls(this);
-    if (!exitSelectTimer)
-        exitSelectTimer = canbus::startRepeatingTimer(this, kModelReportMs, &Canbus49Obj::exitSelectSlot);
+    startExitSelectTimer(kModelReportMs);
     info()->vehicle.carModel = quint8(canbus::storedCarModel(kHighestCarModel));
     showClimateControls(kClimateControls);
     airData->airShowFlag = 1;

@@ -14,7 +14,6 @@
 #include "recorddriver.h"
 
 class FrameReader;
-class QTimer;
 
 class Canbus49Obj : public RecordDriver<Data49Info>
 {
@@ -65,7 +64,6 @@ private:
     void requestData();
 
     canbus::PayloadCache airFrameCache;   // bytes 3..9 of the last climate frame signalled
-    QTimer* exitSelectTimer = nullptr;
     bool reverseActive = false;
     int lastKeyState = 0;   // 1 or 2: how the last wheel key was pressed
     canbus::KnownDate knownDate = canbus::KnownDate::today();

@@ -73,8 +73,7 @@ void Canbus56Obj::initData()
     airData->airShowFlag = 1;
     airData->seat.seatHotVisible = 1;
     canbus::connectBluetoothCalls(this);
-    if (!exitSelectTimer)
-        exitSelectTimer = canbus::startRepeatingTimer(this, kModelReportMs, &Canbus56Obj::exitSelectSlot);
+    startExitSelectTimer(kModelReportMs);
     info()->body.carModel = quint8(canbus::storedCarModel(kHighestCarModel));
 }
 

@@ -14,7 +14,6 @@
 #include "recorddriver.h"
 
 class FrameReader;
-class QTimer;
 
 class Canbus56Obj : public RecordDriver<Data56Info>
 {
@@ -70,6 +69,5 @@ private:
     void sendClock();
 
     canbus::PayloadCache airFrameCache;   // data bytes of the last frame 0x21, less the last
-    QTimer* exitSelectTimer = nullptr;
     int lastMouseState = 0;               // 1 short, 2 long press of the last mouse key
 };

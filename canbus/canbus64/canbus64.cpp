@@ -54,8 +54,7 @@ void Canbus64Obj::initData()
     RecordDriver::initData();
     showClimateControls(kClimateControls);
     canbus::connectBluetoothCalls(this);
-    if (!exitSelectTimer)
-        exitSelectTimer = canbus::startRepeatingTimer(this, kModelReportMs, &Canbus64Obj::exitSelectSlot);
+    startExitSelectTimer(kModelReportMs);
     info()->parking.carModel = quint8(canbus::storedCarModel(kHighestCarModel));
 }
 

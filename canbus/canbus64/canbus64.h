@@ -13,7 +13,6 @@
 #include "recorddriver.h"
 
 class FrameReader;
-class QTimer;
 
 class Canbus64Obj : public RecordDriver<Data64Info>
 {
@@ -70,7 +69,6 @@ private:
     void sendCycle();
 
     canbus::PayloadCache airFrameCache;   // data bytes of the last frame 0x21
-    QTimer* exitSelectTimer = nullptr;
     int lastKeyState = 0;       // 1 short, 2 long: how the held button was pressed
     QString lastTitle;          // texts already sent to the box
     QString lastArtist;

@@ -94,8 +94,7 @@ void Canbus67Obj::initData()
     airData->airShowFlag = 1;
     info()->body.carModel = quint8(canbus::storedCarModel(kHighestCarModel));
     canbus::connectBluetoothCalls(this);
-    if (!exitSelectTimer)
-        exitSelectTimer = canbus::startRepeatingTimer(this, kModelReportMs, &Canbus67Obj::exitSelectSlot);
+    startExitSelectTimer(kModelReportMs);
 }
 
 // The radar keeps its last picture when the gear leaves reverse.

@@ -12,7 +12,6 @@
 #include "recorddriver.h"
 
 class FrameReader;
-class QTimer;
 
 class Canbus67Obj : public RecordDriver<Data67Info>
 {
@@ -61,6 +60,5 @@ private:
     void sendMediaReport(int source, const QList<QVariant>& args);
 
     canbus::PayloadCache airFrameCache{canbus::kDataOffsetFD};   // data bytes of the last 0x03
-    QTimer* exitSelectTimer = nullptr;
     canbus::TouchPress touchPress;
 };

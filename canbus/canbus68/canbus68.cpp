@@ -139,8 +139,7 @@ void Canbus68Obj::initData()
     airData->airShowFlag = 0;
     info()->vehicle.carModel = quint8(canbus::storedCarModel(kHighestCarModel));
     canbus::connectBluetoothCalls(this);
-    if (!exitSelectTimer)
-        exitSelectTimer = canbus::startRepeatingTimer(this, kModelReportMs, &Canbus68Obj::exitSelectSlot);
+    startExitSelectTimer(kModelReportMs);
     if (!callTimer)
         callTimer = canbus::makeTimer(this, kCallTickMs, &Canbus68Obj::CallSelectSlot);
 }

@@ -49,7 +49,6 @@ private:
     bool wideTexts() const;
 
     canbus::PayloadCache airFrameCache;   // data bytes of the last frame 0x21
-    QTimer* exitSelectTimer = nullptr;
     QTimer* callTimer = nullptr;
     int keyValue = 0;
     int keyState = 0;

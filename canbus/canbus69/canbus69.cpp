@@ -89,8 +89,7 @@ void Canbus69Obj::initData()
     airData->airShowFlag = 0;
     info()->vehicle.carModel = quint8(canbus::storedCarModel(kHighestCarModel));
     canbus::connectBluetoothCalls(this);
-    if (!exitSelectTimer)
-        exitSelectTimer = canbus::startRepeatingTimer(this, kModelReportMs, &Canbus69Obj::exitSelectSlot);
+    startExitSelectTimer(kModelReportMs);
     if (!callTimer)
         callTimer = canbus::makeTimer(this, kCallTickMs, &Canbus69Obj::CallSelectSlot);
 }

@@ -44,7 +44,6 @@ private:
     void onEnergy(const FrameReader& f);
 
     canbus::PayloadCache airFrameCache;   // data bytes of the last frame 0x11
-    QTimer* exitSelectTimer = nullptr;
     QTimer* callTimer = nullptr;
     int keyValue = 0;
     int keyState = 0;

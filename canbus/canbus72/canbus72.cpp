@@ -66,8 +66,7 @@ void Canbus72Obj::initData()
     airData->seat.seatHotVisible = 1;
     info()->body.carModel = quint8(canbus::storedCarModel(kHighestCarModel));
     canbus::connectBluetoothCalls(this);
-    if (!exitSelectTimer)
-        exitSelectTimer = canbus::startRepeatingTimer(this, kModelReportMs, &Canbus72Obj::exitSelectSlot);
+    startExitSelectTimer(kModelReportMs);
     if (!callTimer)
         callTimer = canbus::makeTimer(this, kCallTickMs, &Canbus72Obj::CallSelectSlot);
 }

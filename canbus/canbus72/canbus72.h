@@ -69,7 +69,6 @@ private:
 
     canbus::PayloadCache airFrameCache;       // data bytes of the last frame 0x21
     canbus::PayloadCache rearAirFrameCache;   // data bytes of the last frame 0x11
-    QTimer* exitSelectTimer = nullptr;
     QTimer* callTimer = nullptr;
     int keyState = 0;                         // state byte of the last key frame
     QString lastMediaTitle;

@@ -4,7 +4,6 @@
 #include "common/keytable.h"
 #include "common/statusframe.h"
 #include "common/touchgrid.h"
-#include "common/vehiclemodel.h"
 #include "framereader.h"
 
 using canbus::GridColumn;
@@ -80,8 +79,7 @@ void Canbus73Obj::initData()
     showClimateControls(kClimateControls);
     airData->airRearLock = 0;
     canbus::connectBluetoothCalls(this);
-    if (!exitSelectTimer)
-        exitSelectTimer = canbus::startRepeatingTimer(this, kExitSelectMs, &Canbus73Obj::exitSelectSlot);
+    startExitSelectTimer(kExitSelectMs);
 }
 
 void Canbus73Obj::setInReverse(bool) {}

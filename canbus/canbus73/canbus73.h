@@ -6,7 +6,6 @@
 #include "recorddriver.h"
 
 class FrameReader;
-class QTimer;
 
 class Data73Info : public DataIdInfo
 {
@@ -41,7 +40,6 @@ private:
     void onRadar(const FrameReader& f);
 
     canbus::PayloadCache airFrameCache;   // data bytes of the last frame 0x23
-    QTimer* exitSelectTimer = nullptr;
     int keyValue = 0;
     int keyState = 0;
     canbus::TouchPress touchPress;

@@ -80,8 +80,7 @@ void Canbus79Obj::initData()
     showClimateControls(kClimateControls);
     info()->vehicle.carModel = quint8(canbus::storedCarModel(kHighestCarModel));
     canbus::connectBluetoothCalls(this);
-    if (!exitSelectTimer)
-        exitSelectTimer = canbus::startRepeatingTimer(this, kModelReportMs, &Canbus79Obj::exitSelectSlot);
+    startExitSelectTimer(kModelReportMs);
 }
 
 int Canbus79Obj::carModel() const

@@ -13,7 +13,6 @@
 #include "recorddriver.h"
 
 class FrameReader;
-class QTimer;
 
 class Canbus79Obj : public RecordDriver<Data79Info>
 {
@@ -61,7 +60,6 @@ private:
     void emitGated(void (CanbusInterface::*signal)());
 
     canbus::PayloadCache airFrameCache;   // data bytes of the last frame 0x23
-    QTimer* exitSelectTimer = nullptr;
     int panelKeyValue = 0;                // last nonzero key number of frame 0x20
     canbus::TouchPress touchPress;
 };

@@ -102,8 +102,7 @@ void Canbus81Obj::initData()
     showClimateControls(kClimateControls);
     airData->airRearLock = 0;
     canbus::connectBluetoothCalls(this);
-    if (!exitSelectTimer)
-        exitSelectTimer = canbus::startRepeatingTimer(this, kExitSelectMs, &Canbus81Obj::exitSelectSlot);
+    startExitSelectTimer(kExitSelectMs);
     if (!callTimer)
         callTimer = canbus::makeTimer(this, kCallTickMs, &Canbus81Obj::CallSelectSlot);
 }

@@ -75,7 +75,6 @@ private:
     int panelKeyCode(int value) const;
 
     canbus::PayloadCache airFrameCache;   // data bytes of the last frame 0x21
-    QTimer* exitSelectTimer = nullptr;
     QTimer* callTimer = nullptr;
     int keyValue = 0;
     int fanRaw = 0;

@@ -64,6 +64,5 @@ private:
     QString lastMediaText;
     canbus::TouchPress gesture;
     int gestureMode = 0;   // what a tap in the middle asks for, by the display level
-    QTimer* exitSelectTimer = nullptr;
     QTimer* callSelectTimer = nullptr;
 };

@@ -69,8 +69,7 @@ void Canbus88Obj::initData()
     airData->seat.seatCoolVisible = 1;
     info()->vehicle.carModel = quint8(canbus::storedCarModel(kHighestCarModel));
     canbus::connectBluetoothCalls(this);
-    if (!exitSelectTimer)
-        exitSelectTimer = canbus::startRepeatingTimer(this, kModelReportMs, &Canbus88Obj::exitSelectSlot);
+    startExitSelectTimer(kModelReportMs);
     if (!callTimer)
         callTimer = canbus::makeTimer(this, kCallTickMs, &Canbus88Obj::CallSelectSlot);
 }

@@ -80,7 +80,6 @@ private:
 
     const ClimateForm climateForm;
     canbus::PayloadCache airFrameCache;   // data bytes of the last frame 0x05
-    QTimer* exitSelectTimer = nullptr;
     QTimer* callTimer = nullptr;          // made, but nothing of this box starts it
     QString lastMediaTitle;
     int callSeconds = 0;

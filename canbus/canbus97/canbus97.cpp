@@ -7,7 +7,6 @@
 #include "common/keytable.h"
 #include "common/language.h"
 #include "common/statusframe.h"
-#include "common/vehiclemodel.h"
 #include "common/doorbyte.h"
 #include "framereader.h"
 
@@ -89,8 +88,7 @@ void Canbus97Obj::initData()
     showClimateControls(kClimateControls);
     airData->airRearLock = 0;
     canbus::connectBluetoothCalls(this);
-    if (!exitSelectTimer)
-        exitSelectTimer = canbus::startRepeatingTimer(this, kExitSelectMs, &Canbus97Obj::exitSelectSlot);
+    startExitSelectTimer(kExitSelectMs);
 }
 
 // The radar stays as it is when the gear leaves reverse.

@@ -7,7 +7,6 @@
 #include "recorddriver.h"
 
 class FrameReader;
-class QTimer;
 
 class Canbus97Obj : public RecordDriver<Data97Info>
 {
@@ -39,7 +38,6 @@ private:
     void onStatus(const FrameReader& f);
     void emitGated(void (CanbusInterface::*signal)());
 
-    QTimer* exitSelectTimer = nullptr;
     int keyValue = 0;   // last nonzero key number of frames 0x20 and 0x21
     int keyState = 0;   // 1 or 2: how the last wheel key went down
 };

@@ -1,25 +1,22 @@
 #include "hostsetup.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
 #include <cerrno>
 #include <cstring>
+#include <tuple>
 #include <fcntl.h>
 #include <unistd.h>
 
 #include "datasavecontrol.h"
+#include "quitonsignal.h"
 
 namespace host {
 
-int chooseProtocol(int asked)
-{
-    if (asked > 0)
-        return asked;
-    const int stored = DataSaveControl::readUserData(QStringLiteral("CanIndex"), 0).toInt();
-    return stored > 0 ? stored : kDefaultProtocol;
-}
+namespace {
 
 QString portProblem(const QString& port, const char* option, const char* simulator)
 {
@@ -35,13 +32,33 @@ QString portProblem(const QString& port, const char* option, const char* simulat
     return QString();
 }
 
-bool setUpPlatform(const QString& dataDirAsked, const QString& tool, const QString& boxPort,
-                   const QString& mcuPort, std::unique_ptr<QTemporaryDir>& scratch, QString* dataDir,
-                   QString* error)
+} // namespace
+
+int chooseProtocol(int asked)
 {
+    if (asked > 0)
+        return asked;
+    const int stored = DataSaveControl::readUserData(QStringLiteral("CanIndex"), 0).toInt();
+    return stored > 0 ? stored : kDefaultProtocol;
+}
+
+bool setUpHost(const QString& plugin, const QString& boxPort, const QString& mcuPort,
+               const QString& dataDirAsked, std::unique_ptr<QTemporaryDir>& scratch, QString* dataDir,
+               QString* error)
+{
+    if (!QFileInfo::exists(plugin)) {
+        *error = QStringLiteral("no plug-in at %1 (build the target canbusmodule, or give --plugin)").arg(plugin);
+        return false;
+    }
+    for (const auto& [port, option, simulator] : {std::make_tuple(boxPort, "--port", "canbox-sim"),
+                                                  std::make_tuple(mcuPort, "--mcu-port", "mcu-sim")}) {
+        *error = portProblem(port, option, simulator);
+        if (!error->isEmpty())
+            return false;
+    }
     *dataDir = dataDirAsked;
     if (dataDir->isEmpty()) {
-        scratch.reset(new QTemporaryDir(QDir::temp().filePath(tool + QStringLiteral("-XXXXXX"))));
+        scratch.reset(new QTemporaryDir(QDir::temp().filePath(QCoreApplication::applicationName() + QStringLiteral("-XXXXXX"))));
         if (!scratch->isValid()) {
             *error = QStringLiteral("cannot make a temporary data folder: %1").arg(scratch->errorString());
             return false;
@@ -57,6 +74,7 @@ bool setUpPlatform(const QString& dataDirAsked, const QString& tool, const QStri
     if (!mcuPort.isEmpty())
         qputenv("CANBUS_MCU_PORT", QFile::encodeName(mcuPort));
     DataSaveControl::reload();
+    canbox::quitOnTerminationSignals();
     return true;
 }
 

@@ -4,28 +4,22 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QFileInfo>
 #include <QTimer>
 
-#include <cstdio>
-#include <cstdlib>
 #include <memory>
 
 #include "host.h"
+#include "hostcommandline.h"
 #include "hostsetup.h"
 #include "installedpath.h"
 #include "modulelog.h"
-#include "quitonsignal.h"
 #include "viewerevents.h"
 #include "viewerstate.h"
 #include "viewerwindow.h"
 
 namespace {
 
-constexpr double kMaxDurationS = 7 * 24 * 3600.0;
 constexpr double kDefaultScreenshotS = 3.0;
-
-enum ExitCode { ExitOk = 0, ExitFailure = 1, ExitUsage = 2 };
 
 const char kDescription[] =
     "Runs the canbus module on this machine as the head unit does, like canbus-host, and\n"
@@ -42,10 +36,8 @@ const char kDescription[] =
     "A picture of the window without a display:\n"
     "  xvfb-run -a canbus-viewer --port /tmp/canbox --screenshot viewer.png";
 
-struct Options
+struct Options : host::CommonOptions
 {
-    QString plugin;
-    int protocol = 0;
     QString port;
     QString dataDir;
     QString screenshot;
@@ -59,43 +51,13 @@ QString defaultPlugin()
     return canbox::installedOrBuilt(CANBUS_VIEWER_INSTALLED_PLUGIN, CANBUS_VIEWER_PLUGIN);
 }
 
-[[noreturn]] void usageError(const QString& text)
-{
-    std::fprintf(stderr, "canbus-viewer: error: %s\nTry 'canbus-viewer --help'.\n", qUtf8Printable(text));
-    std::exit(ExitUsage);
-}
-
-int failure(const QString& text)
-{
-    std::fprintf(stderr, "canbus-viewer: error: %s\n", qUtf8Printable(text));
-    return ExitFailure;
-}
-
-double seconds(const QCommandLineParser& parser, const QString& option)
-{
-    bool ok = false;
-    const double value = parser.value(option).toDouble(&ok);
-    if (!ok || !(value > 0) || value > kMaxDurationS)
-        usageError(QStringLiteral("--%1 wants seconds above 0, not '%2'").arg(option, parser.value(option)));
-    return value;
-}
-
-Options parseOptions(const QApplication& app)
+Options parseOptions()
 {
     QCommandLineParser parser;
-    parser.setApplicationDescription(QString::fromUtf8(kDescription));
-    parser.addHelpOption();
-    parser.addVersionOption();
-    parser.addOptions({
-        {QStringLiteral("plugin"), QStringLiteral("The plug-in file to load (default: %1).").arg(defaultPlugin()),
-         QStringLiteral("path")},
-        {{QStringLiteral("p"), QStringLiteral("protocol")},
-         QStringLiteral("Vehicle protocol to select, by its catalogue id. Default: the one stored in "
-                        "the data folder, else 27."),
-         QStringLiteral("id")},
-        {QStringLiteral("port"),
-         QStringLiteral("Serial port of the CAN box (default: $CANBUS_BOX_PORT, else /dev/ttyS4)."),
-         QStringLiteral("path")},
+    Options o;
+    host::parseCommandLine(parser, o, kDescription, defaultPlugin(),
+        QStringLiteral("Vehicle protocol to select, by its catalogue id. Default: the one stored in "
+                       "the data folder, else 27."), {
         {QStringLiteral("data-dir"),
          QStringLiteral("Folder for the platform's settings (default: a temporary one)."), QStringLiteral("path")},
         {QStringLiteral("screenshot"),
@@ -104,43 +66,24 @@ Options parseOptions(const QApplication& app)
         {QStringLiteral("screenshot-after"),
          QStringLiteral("Seconds before the screenshot (default: %1).").arg(kDefaultScreenshotS), QStringLiteral("s")},
         {QStringLiteral("reversing"), QStringLiteral("Start with the gear in reverse (most vehicles show the radar only then).")},
-        {QStringLiteral("duration"), QStringLiteral("Exit after <s> seconds."), QStringLiteral("s")},
     });
-    if (!parser.parse(app.arguments()))
-        usageError(parser.errorText());
-    if (parser.isSet(QStringLiteral("help")))
-        parser.showHelp(ExitOk);
-    if (parser.isSet(QStringLiteral("version")))
-        parser.showVersion();
-    if (!parser.positionalArguments().isEmpty())
-        usageError(QStringLiteral("unexpected argument '%1'").arg(parser.positionalArguments().first()));
-
-    Options o;
-    o.plugin = parser.isSet(QStringLiteral("plugin")) ? parser.value(QStringLiteral("plugin")) : defaultPlugin();
-    if (parser.isSet(QStringLiteral("protocol"))) {
-        bool ok = false;
-        o.protocol = parser.value(QStringLiteral("protocol")).toInt(&ok);
-        if (!ok || o.protocol < 1)
-            usageError(QStringLiteral("there is no vehicle protocol '%1' in the catalogue").arg(parser.value(QStringLiteral("protocol"))));
-    }
     const QByteArray envPort = qgetenv("CANBUS_BOX_PORT");
     o.port = parser.isSet(QStringLiteral("port")) ? parser.value(QStringLiteral("port"))
         : envPort.isEmpty()                       ? QStringLiteral("/dev/ttyS4")
                                                   : QString::fromLocal8Bit(envPort);
     if (o.port.isEmpty())
-        usageError(QStringLiteral("--port wants a path"));
+        host::usageError(QStringLiteral("--port wants a path"));
     o.dataDir = parser.value(QStringLiteral("data-dir"));
     o.screenshot = parser.value(QStringLiteral("screenshot"));
     if (parser.isSet(QStringLiteral("screenshot")) && o.screenshot.isEmpty())
-        usageError(QStringLiteral("--screenshot wants a file"));
+        host::usageError(QStringLiteral("--screenshot wants a file"));
     if (parser.isSet(QStringLiteral("screenshot-after"))) {
         if (o.screenshot.isEmpty())
-            usageError(QStringLiteral("--screenshot-after needs --screenshot"));
-        o.screenshotS = seconds(parser, QStringLiteral("screenshot-after"));
+            host::usageError(QStringLiteral("--screenshot-after needs --screenshot"));
+        o.screenshotS = host::secondsAsked(parser, QStringLiteral("screenshot-after"));
     }
     o.reverse = parser.isSet(QStringLiteral("reversing"));
-    if (parser.isSet(QStringLiteral("duration")))
-        o.durationS = seconds(parser, QStringLiteral("duration"));
+    o.durationS = host::secondsAsked(parser, QStringLiteral("duration"));
     return o;
 }
 
@@ -149,23 +92,15 @@ Options parseOptions(const QApplication& app)
 int main(int argc, char** argv)
 {
     QApplication app(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("canbus-viewer"));
-    QApplication::setApplicationVersion(QStringLiteral("1.0"));
-    const Options o = parseOptions(app);
-
-    if (!QFileInfo::exists(o.plugin))
-        return failure(QStringLiteral("no plug-in at %1 (build the target canbusmodule, or give --plugin)").arg(o.plugin));
-    const QString problem = host::portProblem(o.port, "--port", "canbox-sim");
-    if (!problem.isEmpty())
-        return failure(problem);
+    host::nameTool(QStringLiteral("canbus-viewer"));
+    const Options o = parseOptions();
 
     std::unique_ptr<QTemporaryDir> scratch;
     QString dataDir;
     QString error;
-    if (!host::setUpPlatform(o.dataDir, QStringLiteral("canbus-viewer"), o.port, QString(), scratch, &dataDir, &error))
-        return failure(error);
+    if (!host::setUpHost(o.plugin, o.port, QString(), o.dataDir, scratch, &dataDir, &error))
+        return host::failure(error);
 
-    canbox::quitOnTerminationSignals();
     viewer::ViewerState state;
     viewer::ViewerEvents events(state);
     host::routeModuleLog(&events, false);
@@ -185,14 +120,8 @@ int main(int argc, char** argv)
     });
 
     events.info(QStringLiteral("protocol %1 on %2; data folder %3").arg(protocol).arg(o.port, dataDir));
-    switch (host.start(&error)) {
-    case host::Host::Started:
-        break;
-    case host::Host::NoSuchProtocol:
-        usageError(error);
-    case host::Host::Failed:
-        return failure(error);
-    }
+    if (!host::startModule(host, &error))
+        return host::failure(error);
     // Through the panel's box, so that the box and the module agree from the start.
     window.setReverse(o.reverse);
     window.resize(760, 520);
@@ -204,8 +133,8 @@ int main(int argc, char** argv)
             if (saved)
                 events.info(QStringLiteral("screenshot %1").arg(o.screenshot));
             else
-                std::fprintf(stderr, "canbus-viewer: error: cannot save %s\n", qUtf8Printable(o.screenshot));
-            QApplication::exit(saved ? ExitOk : ExitFailure);
+                host::failure(QStringLiteral("cannot save %1").arg(o.screenshot));
+            QApplication::exit(saved ? host::ExitOk : host::ExitFailure);
         });
     }
     if (o.durationS > 0)
