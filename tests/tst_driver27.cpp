@@ -122,16 +122,16 @@ void TestDriver27::climate_data()
         "airWindFrontRight=1", "airWindUpRight=0", "airWindSpeedRight=7", "outdoorTemp=1\u2103",
         "outdoorTempValid=1", "outdoorTempTenths=10", "doorFrontRight=1", "doorFrontLeft=0", "doorRearLeft=1",
         "doorRearRight=0", "doorTrunk=1", "doorHood=0"});
-    row({0x00, 0xA1, 1, 26, 0x65, 0x56, 0, 0}, false, {"airPower=0", "airOnOff=0", "airOuterLoop=1",
-        "airInnerLoop=0", "airAC=0", "airDefrostRear=1", "airDefrostFront=0", "seatHotLeft=1", "seatHotRight=0",
+    row({0x02, 0xA1, 1, 26, 0x65, 0x56, 0, 0}, false, {"airPower=0", "airOnOff=0", "airOuterLoop=1",
+        "airInnerLoop=0", "airAuto=0", "airDual=0", "airAcMax=1", "airAutoStrong=0", "airAC=0", "airDefrostRear=1", "airDefrostFront=0", "seatHotLeft=1", "seatHotRight=0",
         "rawFrame=a1", "tempLeftLow=1", "tempLeft=", "tempRight=26", "airWindDownLeft=1", "airWindFrontLeft=1",
         "airWindUpLeft=0", "airWindSpeedLeft=5", "airWindDownRight=1", "airWindFrontRight=0", "airWindUpRight=1",
         "airWindSpeedRight=6", "outdoorTemp=0\u2103", "outdoorTempValid=0", "outdoorTempTenths=0"});
     row({0x20, 0, 17, 27, 0, 0, 60, 0}, false, {"airOuterLoop=0", "airInnerLoop=0", "airAutoLoop=0",
         "tempLeftVisible=1", "tempLeft=", "tempLeftLow=0", "tempLeftHigh=0", "tempRight=", "tempRightHigh=0",
         "outdoorTemp=0\u2103", "outdoorTempValid=1", "outdoorTempUnit=0"});
-    row({0x37, 0, 0, 0, 0, 0, 0, 0}, false,
-        {"airAutoLoop=1", "airInnerLoop=0", "airDual=1", "airAcMax=1", "airAutoStrong=1", "airAuto=0"});
+    row({0x35, 0, 0, 0, 0, 0, 0, 0}, false,
+        {"airAutoLoop=1", "airInnerLoop=0", "airDual=1", "airAcMax=0", "airAutoStrong=1", "airAuto=0"});
     row({0, 0, 20, 0, 0, 0, 0, 0x94}, true, {"tempLeftVisible=0", "tempRight=20", "tempRightVisible=1",
         "doorFrontLeft=1", "doorFrontRight=0", "doorRearLeft=0", "doorRearRight=1", "doorTrunk=0", "doorHood=1"});
 }

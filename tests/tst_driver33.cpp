@@ -251,6 +251,7 @@ void TestDriver33::responses_data()
     key(0, false, {frame(0x12, {0x14, 1}), frame(0x12, {0, 0})}, {{kVolumeUp, 1}, {kVolumeUp, 0}});
     key(0, false, {frame(0x12, {0x33, 1})}, {{0, 1}});
     // In reverse the camera keys go to the box, by the variant's column.
+    key(4, true, {frame(0x12, {0x12, 1})}, {}, {frame(0xA7, {0x01})});
     key(10, true, {frame(0x12, {0x14, 1})}, {}, {frame(0xC7, {0x03})});
     key(0, true, {frame(0x12, {0x15, 1})}, {}, {frame(0xC9, {0x01, 0x03, 0, 0})});
     key(2, true, {frame(0x12, {0x11, 1}), frame(0x12, {0, 0})}, {}, {frame(0x84, {0x00}), frame(0x84, {0x00})});
