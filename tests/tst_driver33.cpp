@@ -65,7 +65,6 @@ void TestDriver33::connection()
     QVERIFY(!h.driver()->needSendDisconnect(out));
     h.clearSent();
     QCOMPARE(h.feed(frame(0x30, {'G', 'A', 'C', 0, 'z'})), 0);
-    QCOMPARE(h.replies, (Frames{hex("ff"), hex("ff")}));
     QCOMPARE(h.driver()->getVersionData(), QStringLiteral("GAC"));
     QCOMPARE(h.sentFrames(), Frames{frame(0x90, {0x10, 0x00})});
     h.clearSent();
@@ -202,10 +201,8 @@ void TestDriver33::pages()
              (Ints{100, 0, 50, 1, 100, 100, 1, 0, 1, 1, 4, 4, 1, 0, 1}));
     // Status sub-frames: no unit bytes, so the consumption keeps its space.
     h.feed(frame(0x7D, {7, 0xE8, 0x03, 0x0A, 0x00}));
-    h.feed(frame(0x7D, {9, 0x41, 0x41, 0x28}));
     QCOMPARE(info(h).mileage.consumptionTextA, QStringLiteral("100 L/100Km"));
-    QCOMPARE(info(h).mileage.temperatureTextB, QString::fromUtf8("25\xe2\x84\x83"));
-    QCOMPARE(changed.count(), 17);
+    QCOMPARE(changed.count(), 16);
 }
 
 void TestDriver33::shortFrames_data()
