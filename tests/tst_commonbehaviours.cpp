@@ -315,7 +315,6 @@ void TestCommonBehaviours::connectForms_data()
     QTest::addRow("simple, waiting") << int(F::Simple) << false << true << 1000 << on;
     QTest::addRow("simple, answered") << int(F::Simple) << true << false << -1 << QByteArray();
     QTest::addRow("base, waiting") << int(F::Base) << false << true << -1 << QByteArray();
-    QTest::addRow("base, answered") << int(F::Base) << true << false << -1 << QByteArray();
     QTest::addRow("poll only") << int(F::PollOnly) << false << true << 1000 << QByteArray();
     QTest::addRow("never") << int(F::Never) << false << false << -1 << QByteArray();
 }
