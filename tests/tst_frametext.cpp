@@ -24,33 +24,23 @@ void TestFrameText::utf16_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("max");
+    QTest::addColumn<bool>("littleEndian");
     QTest::addColumn<QByteArray>("bytes");
     const QString clef = QString::fromUtf8("a\xf0\x9d\x84\x9e");   // 'a' and a surrogate pair
-    QTest::addRow("fits") << "Ab" << 10 << QByteArray::fromHex("00410062");
-    QTest::addRow("exactly") << "Ab" << 4 << QByteArray::fromHex("00410062");
-    QTest::addRow("odd limit") << "Ab" << 3 << QByteArray::fromHex("0041");
-    QTest::addRow("no room") << "Ab" << 1 << QByteArray();
-    QTest::addRow("negative") << "Ab" << -4 << QByteArray();
-    QTest::addRow("pair kept") << clef << 6 << QByteArray::fromHex("0061d834dd1e");
-    QTest::addRow("pair not split") << clef << 4 << QByteArray::fromHex("0061");
-    QTest::addRow("empty") << "" << 10 << QByteArray();
+    QTest::addRow("exactly") << "Ab" << 4 << false << QByteArray::fromHex("00410062");
+    QTest::addRow("odd limit") << "Ab" << 3 << false << QByteArray::fromHex("0041");
+    QTest::addRow("odd limit, little endian") << "Ab" << 3 << true << QByteArray::fromHex("4100");
+    QTest::addRow("negative") << "Ab" << -4 << false << QByteArray();
+    QTest::addRow("pair kept") << clef << 6 << false << QByteArray::fromHex("0061d834dd1e");
+    QTest::addRow("pair not split") << clef << 4 << false << QByteArray::fromHex("0061");
 }
 
 void TestFrameText::utf16()
 {
     QFETCH(QString, text);
     QFETCH(int, max);
-    QFETCH(QByteArray, bytes);
-    QCOMPARE(canbus::utf16Text(text, Utf16Order::BigEndian, max), bytes);
-    if (!bytes.isEmpty()) {
-        QByteArray le = canbus::utf16Text(text, Utf16Order::LittleEndian, max);
-        for (int i = 0; i + 1 < le.size(); i += 2) {
-            const char first = le.at(i);
-            le[i] = le.at(i + 1);
-            le[i + 1] = first;
-        }
-        QCOMPARE(le, bytes);
-    }
+    QFETCH(bool, littleEndian);
+    QTEST(canbus::utf16Text(text, littleEndian ? Utf16Order::LittleEndian : Utf16Order::BigEndian, max), "bytes");
 }
 
 void TestFrameText::utf8_data()
@@ -59,11 +49,8 @@ void TestFrameText::utf8_data()
     QTest::addColumn<int>("max");
     QTest::addColumn<QByteArray>("bytes");
     const QString text = QString::fromUtf8("a\xc3\xa9\xe2\x82\xac");   // a, e-acute, euro
-    QTest::addRow("fits") << text << 6 << QByteArray("a\xc3\xa9\xe2\x82\xac");
     QTest::addRow("inside the euro") << text << 5 << QByteArray("a\xc3\xa9");
-    QTest::addRow("after the e") << text << 3 << QByteArray("a\xc3\xa9");
     QTest::addRow("inside the e") << text << 2 << QByteArray("a");
-    QTest::addRow("none") << text << 0 << QByteArray();
     QTest::addRow("negative") << text << -1 << QByteArray();
 }
 
@@ -71,8 +58,7 @@ void TestFrameText::utf8()
 {
     QFETCH(QString, text);
     QFETCH(int, max);
-    QFETCH(QByteArray, bytes);
-    QCOMPARE(canbus::utf8Text(text, max), bytes);
+    QTEST(canbus::utf8Text(text, max), "bytes");
 }
 
 void TestFrameText::placeText_data()

@@ -1,21 +1,13 @@
-// The desktop stand-ins must behave like the head unit's libraries as far as
-// the module relies on them: settings survive a restart, lookups of absent
-// peers give null, key events reach the device by open/ioctl/close, and the
-// clock and language report their changes.
+// The desktop stand-ins must behave like the head unit's libraries as far as the module
+// relies on them: settings survive a restart, key events reach the device by
+// open/ioctl/close, and the clock, language and mute report their changes.
 
-#include "activitymanager.h"
-#include "canbuscontrol.h"
 #include "datasavecontrol.h"
 #include "datetimectrl.h"
-#include "infomodule.h"
 #include "inputinjector.h"
 #include "languagemanager.h"
-#include "modulemanager.h"
 #include "muteobj.h"
 #include "platform.h"
-#include "screenlockctrl.h"
-#include "tipdialog.h"
-#include "tqplatformcontrol.h"
 
 #include <QFile>
 #include <QScopedPointer>
@@ -26,7 +18,6 @@
 
 #include <fcntl.h>
 
-using tqappframework::ModuleManager;
 using Call = RecordingInputInjector::Call;
 
 class TestPlatform : public QObject
@@ -38,8 +29,6 @@ private slots:
     void init();
     void cleanup();
 
-    void dataSurvivesReload_data();
-    void dataSurvivesReload();
     void tempDataIsGoneAfterReload();
     void kindsAndSettingGroupsAreSeparate();
     void dataDirectoryFollowsEnvironment();
@@ -93,59 +82,6 @@ void TestPlatform::cleanup()
 }
 
 // ---- DataSaveControl -------------------------------------------------------
-
-namespace {
-QVariant readKind(const QString& kind, const QString& key, const QVariant& def, const QString& group = QString())
-{
-    if (kind == QLatin1String("user"))
-        return DataSaveControl::readUserData(key, def);
-    if (kind == QLatin1String("factory"))
-        return DataSaveControl::readFactoryData(key, def);
-    if (kind == QLatin1String("setting"))
-        return DataSaveControl::readSettingData(key, def, group);
-    return DataSaveControl::readTempData(key, def);
-}
-
-bool saveKind(const QString& kind, const QString& key, const QVariant& value, const QString& group = QString())
-{
-    if (kind == QLatin1String("user"))
-        return DataSaveControl::saveUserData(key, value);
-    if (kind == QLatin1String("factory"))
-        return DataSaveControl::saveFactoryData(key, value);
-    if (kind == QLatin1String("setting"))
-        return DataSaveControl::saveSettingData(key, value, group);
-    return DataSaveControl::saveTempData(key, value);
-}
-} // namespace
-
-void TestPlatform::dataSurvivesReload_data()
-{
-    QTest::addColumn<QString>("kind");
-    QTest::addColumn<QString>("group");
-    QTest::addColumn<QVariant>("value");
-
-    QTest::newRow("user int") << "user" << QString() << QVariant(28);
-    QTest::newRow("factory bool true") << "factory" << QString() << QVariant(true);
-    QTest::newRow("setting non-ascii") << "setting" << QString() << QVariant(QStringLiteral("空调 ü"));
-    QTest::newRow("setting in group") << "setting" << QStringLiteral("radar") << QVariant(3);
-}
-
-void TestPlatform::dataSurvivesReload()
-{
-    QFETCH(QString, kind);
-    QFETCH(QString, group);
-    QFETCH(QVariant, value);
-
-    QVERIFY(saveKind(kind, QStringLiteral("Key"), value, group));
-    DataSaveControl::reload();
-    const QVariant read = readKind(kind, QStringLiteral("Key"), QVariant(), group);
-
-    QVERIFY(read.isValid());
-    // The callers read with toInt() / toBool() / toString(); each must agree.
-    QCOMPARE(read.toString(), value.toString());
-    QCOMPARE(read.toInt(), value.toInt());
-    QCOMPARE(read.toBool(), value.toBool());
-}
 
 void TestPlatform::tempDataIsGoneAfterReload()
 {
