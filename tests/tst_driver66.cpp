@@ -52,9 +52,9 @@ private slots:
         // Each mode bit set once, and the loop both ways.
         QTest::addRow("fd14340000") << climate(20, 0x34, 0, 0) << QStringList{"airAC=0", "airAuto=1",
                                         "airDefrostRear=1", "airOuterLoop=1", "airWindDownLeft=1", "airWindFrontLeft=0"};
-        QTest::addRow("fd14c90000") << climate(20, 0xC9, 0, 0) << QStringList{"airInnerLoop=1", "airOuterLoop=0",
+        QTest::addRow("fd14e90000") << climate(20, 0xE9, 0, 0) << QStringList{"airInnerLoop=1", "airOuterLoop=0",
                                         "airWindFrontLeft=1", "airWindFrontRight=1", "airWindDownRight=0",
-                                        "airDefrostFront=1", "airAC=1"};
+                                        "airDefrostRear=1", "airDefrostFront=1", "airAC=1"};
         QTest::addRow("fc0a3201..ff3219") << typed(0x32, {1, 0, 0xFF, 0x32, 0x19, 0x18, 0}) << QStringList{
             "radarLevels=10", "radarRearLeft=10", "radarRearLeftMid=2", "radarRearRightMid=1", "radarOn=1"};
         QTest::addRow("fc0a320004..") << typed(0x32, {0, 4, 0, 3, 0x19, 0, 0}) << QStringList{
